@@ -1,0 +1,3 @@
+#include "module/kovAnimationModule.h"
+
+ODRX_DEFINE_DYNAMIC_MODULE(kovAnimationModule)
