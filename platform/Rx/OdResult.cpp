@@ -47,6 +47,7 @@ const wchar_t* odResultDescription(OdResult res)
   case eAmbiguousInput: return L"Ambiguous input";
   case eNotOpenForNotify: return L"Not opened for notify";
   case eOutOfMemory: return L"Out of memory";
+  case eInvalidExtents: return L"Invalid extents";
   case eLastResultCode: break;
   }
   return L"Unknown error";

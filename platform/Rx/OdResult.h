@@ -48,6 +48,7 @@ enum OdResult {
   eAmbiguousInput,
   eNotOpenForNotify,
   eOutOfMemory,
+  eInvalidExtents,
   eLastResultCode
 };
 
