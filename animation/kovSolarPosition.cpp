@@ -29,8 +29,8 @@ constexpr double kEarthRadius = 6378140.0;
 double rad(double degrees) { return degrees * kRadPerDeg; }
 double deg(double radians) { return radians * kDegPerRad; }
 
-// fmod keeps full precision for the huge sidereal-time angles; the last test
-// catches the rounding of a tiny negative remainder up to exactly 360.
+// fmod keeps full precision for the huge sidereal-time angles; the final
+// comparison catches a tiny negative remainder that rounds up to exactly 360.
 double limitDegrees(double degrees)
 {
   double limited = std::fmod(degrees, 360.0);
@@ -274,11 +274,10 @@ double equationOfTime(const kovSpaData& data)
 }
 
 // Three-point interpolation of a quantity tabulated at 0 TT of the day before,
-// the day and the day after, n days after the middle point (A.2). The paper
-// folds a daily difference larger than 2 degrees into 0..1, which drops the
-// whole degree of the ~1 deg/day right ascension step on the day it wraps
-// through 0/360 (around the March equinox) and moves that day's transit by
-// about half a minute; wrapping to +/-180 keeps the true step.
+// the day and the day after, n days after the middle point (A.2). Across the
+// 0/360 wrap of the right ascension the paper folds a difference larger than
+// 2 degrees into 0..1, which is right only because the daily step there is
+// under a degree; wrapping to +/-180 gives the same without relying on it.
 double interpolateDaily(const double values[3], double n)
 {
   const double a = limitDegrees180pm(values[1] - values[0]);
@@ -325,7 +324,6 @@ void riseTransitSet(kovSpaData& data)
   const double h0 = risesAndSets ? deg(std::acos(cosH0)) : 0.0;
   m[kRise] = limitZeroToOne(m[kTransit] - h0 / 360.0);
   m[kSet] = limitZeroToOne(m[kTransit] + h0 / 360.0);
-  m[kTransit] = limitZeroToOne(m[kTransit]);
 
   double hPrime[kEventCount];
   double altitude[kEventCount];
@@ -376,9 +374,9 @@ bool usesRiseTransitSet(kovSpaFunction function)
 
 int validateInputs(const kovSpaData& d)
 {
-  // The reference program's checks, in its order. Each is written so that a
-  // NaN passes it; the finiteness check at the end catches those, and the
-  // order keeps the codes the same as the reference for every finite input.
+  // The reference program's checks, in its order, so every finite input gets
+  // the code that program would give. NaN compares false and slips past
+  // them; the finiteness check at the end catches it.
   if (d.year < -2000 || d.year > 6000)
     return kovSpaErrYear;
   if (d.month < 1 || d.month > 12)

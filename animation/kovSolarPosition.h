@@ -11,7 +11,7 @@
 // can run on any thread of the video production.
 
 // What kovSpaCalculate computes beyond the always computed sun position.
-enum kovSpaFunction {
+enum kovSpaFunction : int {
   kovSpaZa = 0,    // zenith and azimuth (and everything leading to them)
   kovSpaZaInc = 1, // plus the incidence angle on the tilted surface
   kovSpaZaRts = 2, // plus sunrise, transit and sunset
@@ -114,10 +114,14 @@ struct kovSpaData {
 
   // Minutes; apparent minus mean solar time (A.1). Computed by every function.
   double eot = 0;
-  // kovSpaZaRts/All only (A.2):
+  // kovSpaZaRts/All only (A.2). As the paper defines them, these are the
+  // events of the UT day of the input date, given in local time. Where the
+  // local day is shifted against it, an event may be that of the adjacent
+  // local day: the paper's own example sunset, 17:20:19 at UTC-7, happens at
+  // 00:20 UT, i.e. on the local evening before the input date.
   double srha = 0;       // local hour angle at sunrise
   double ssha = 0;       // local hour angle at sunset
-  double sta = 0;        // sun altitude at transit
+  double sta = 0;        // geometric sun altitude at transit
   double sunTransit = 0; // local fractional hour of transit
   double sunrise = 0;    // local fractional hour of sunrise (upper limb)
   double sunset = 0;     // local fractional hour of sunset (upper limb)

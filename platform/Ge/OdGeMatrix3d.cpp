@@ -10,19 +10,16 @@ const OdGeMatrix3d OdGeMatrix3d::kIdentity;
 
 namespace {
 
-// Gauss-Jordan elimination with partial pivoting. Returns false, leaving out
-// unspecified, when some pivot is no larger than pivotTol: an absolute bound,
-// so a matrix that scales by more than about pivotTol still inverts.
-bool invertMatrix(const OdGeMatrix3d& m, OdGeMatrix3d& out, double pivotTol)
+// Gauss-Jordan elimination with partial pivoting of the top-left N x N block
+// of a, applied alongside to b (which starts as the identity). Returns false
+// when some pivot is no larger than pivotTol: an absolute bound, so a matrix
+// that scales by more than about pivotTol still inverts.
+template <int N>
+bool eliminate(double (&a)[4][4], double (&b)[4][4], double pivotTol)
 {
-  double a[4][4];
-  std::copy(&m.entry[0][0], &m.entry[0][0] + 16, &a[0][0]);
-  out.setToIdentity();
-  double(*b)[4] = out.entry;
-
-  for (int col = 0; col < 4; ++col) {
+  for (int col = 0; col < N; ++col) {
     int pivotRow = col;
-    for (int row = col + 1; row < 4; ++row) {
+    for (int row = col + 1; row < N; ++row) {
       if (std::fabs(a[row][col]) > std::fabs(a[pivotRow][col]))
         pivotRow = row;
     }
@@ -35,20 +32,39 @@ bool invertMatrix(const OdGeMatrix3d& m, OdGeMatrix3d& out, double pivotTol)
     }
 
     const double invPivot = 1.0 / a[col][col];
-    for (int k = 0; k < 4; ++k) {
+    for (int k = 0; k < N; ++k) {
       a[col][k] *= invPivot;
       b[col][k] *= invPivot;
     }
-    for (int row = 0; row < 4; ++row) {
-      const double f = a[row][col];
-      if (row == col || f == 0.0)
+    for (int row = 0; row < N; ++row) {
+      if (row == col)
         continue;
-      for (int k = 0; k < 4; ++k) {
+      const double f = a[row][col];
+      for (int k = 0; k < N; ++k) {
         a[row][k] -= f * a[col][k];
         b[row][k] -= f * b[col][k];
       }
     }
   }
+  return true;
+}
+
+// Returns false when m is singular by pivotTol; out is then meaningless.
+bool invertMatrix(const OdGeMatrix3d& m, OdGeMatrix3d& out, double pivotTol)
+{
+  double a[4][4];
+  std::copy(&m.entry[0][0], &m.entry[0][0] + 16, &a[0][0]);
+  out.setToIdentity();
+  const bool affine = m.entry[3][0] == 0.0 && m.entry[3][1] == 0.0 && m.entry[3][2] == 0.0 && m.entry[3][3] == 1.0;
+  if (!affine)
+    return eliminate<4>(a, out.entry, pivotTol);
+
+  // The usual case, and cheaper: invert the linear part L; the translation is
+  // then -L^-1 t. The full elimination's last pivot would be 1, hence the test.
+  if (!(1.0 > pivotTol) || !eliminate<3>(a, out.entry, pivotTol))
+    return false;
+  const OdGeVector3d t = -(out * m.translation());
+  out.setTranslation(t);
   return true;
 }
 

@@ -1,0 +1,29 @@
+#ifndef KOV_OD_DB_EX_H
+#define KOV_OD_DB_EX_H
+
+#include "Db/OdDbObjectId.h"
+#include "Rx/OdRxObject.h"
+
+#include <QStringList>
+
+class OdDbDatabase;
+
+// The host's own entity library: block definitions that carry named
+// animations, and the names by which the host knows entities. The host puts
+// its implementation into the system registry under serviceId(); the module
+// asks for it where it needs it and copes with its absence.
+class kovOdDbEx : public OdRxObject {
+public:
+  static const OdChar* serviceId() { return L"kov.IOdDbEx"; }
+  // The registered library, or null when the host offers none.
+  static kovOdDbEx* service();
+
+  // The named animations the library holds for the subject of that name.
+  virtual QStringList animationNames(OdDbDatabase* db, const QString& uniqueName) const = 0;
+  // The block definition that shows the subject of that name, or null.
+  virtual OdDbObjectId blockDefinition(OdDbDatabase* db, const QString& uniqueName) const = 0;
+  // The entity the host knows by that name, or null.
+  virtual OdDbObjectId entityByName(OdDbDatabase* db, const QString& name) const = 0;
+};
+
+#endif

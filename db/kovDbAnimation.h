@@ -1,0 +1,84 @@
+#ifndef KOV_DB_ANIMATION_H
+#define KOV_DB_ANIMATION_H
+
+#include "db/kovCameraCut.h"
+
+#include "Db/OdDbEntity.h"
+
+#include <QString>
+
+#include <memory>
+#include <vector>
+
+class kovDbAnimationTrackWatcher;
+
+// The drawing entity that owns one animation: its tracks (shared), its camera
+// cuts (by value), a name and a description, the editor's time cursor and
+// selection, and whether its gizmos are hidden.
+//
+// Readers open the entity for read and writers for write; every accessor
+// below asserts that, as the database's objects do.
+class kovDbAnimation : public OdDbEntity {
+public:
+  ODDB_DECLARE_MEMBERS(kovDbAnimation);
+  kovDbAnimation();
+  ~kovDbAnimation() override;
+
+  QString animationName() const;
+  QString animationDescription() const;
+  void setName(const QString& name);
+  void setDescription(const QString& description);
+
+  int currentPositionMs() const;
+  void setCurrentPosition(int ms);
+  int selectedTrackIndex() const;
+  void setSelectedTrackIndex(int index);
+  int selectedElementIndex() const;
+  void setSelectedElementIndex(int index);
+  int selectedSceneCutIndex() const;
+  void setSelectedSceneCutIndex(int index);
+
+  // The track at the selected index, or null when the index is out of range.
+  kovAnimationTrackPtr selectedTrack() const;
+  // The sub-track at the selected indexes, or null when either is out of range.
+  kovAnimationItem* selectedElement() const;
+  int indexOf(const kovAnimationTrack* track) const;
+
+  const std::vector<kovAnimationTrackPtr>& constTracks() const;
+  std::vector<kovAnimationTrackPtr>& editTracks();
+  const QList<kovCameraCut>& sceneCuts() const;
+  QList<kovCameraCut>& sceneCuts();
+
+  bool areGizmosHidden() const;
+  bool& hideAnimationGizmos();
+
+  // Keeps the track's keyframes that depend on other data up to date
+  // whenever one of its sub-tracks changes.
+  void connetTrackSignals(kovAnimationTrack* track);
+  // Renames the track "<name> 1", "<name> 2", ... until no other track has its name.
+  void makeTrackNameUnique(kovAnimationTrack* track);
+  // The end of the latest track: its start plus its last keyframe time.
+  int totalDurationMs() const;
+  // Copies the description, the tracks and the cuts (not the name, the time
+  // cursor, the selection or the gizmo flag) into target.
+  void copyContent(kovDbAnimation* target) const;
+
+protected:
+  OdResult subErase(bool erasing) override;
+
+private:
+  QString m_name;
+  QString m_description;
+  int m_selectedTrackIndex = -1;
+  int m_selectedElementIndex = -1;
+  int m_currentPositionMs = -1;
+  int m_selectedSceneCutIndex = -1;
+  std::vector<kovAnimationTrackPtr> m_tracks;
+  QList<kovCameraCut> m_cuts;
+  bool m_gizmosHidden = false;
+  std::unique_ptr<kovDbAnimationTrackWatcher> m_watcher;
+};
+
+typedef OdSmartPtr<kovDbAnimation> kovDbAnimationPtr;
+
+#endif

@@ -1,0 +1,3 @@
+#include "Db/OdDbCurve.h"
+
+ODRX_NO_CONS_DEFINE_MEMBERS(OdDbCurve, OdDbEntity)

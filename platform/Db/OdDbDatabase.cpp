@@ -1,0 +1,94 @@
+#include "Db/OdDbDatabase.h"
+
+#include "Db/OdDbBlockTable.h"
+#include "Db/OdDbBlockTableRecord.h"
+#include "Db/OdDbFileWriter.h"
+#include "Db/OdDbStub.h"
+#include "Db/OdDbViewTable.h"
+#include "Rx/OdError.h"
+
+ODRX_DEFINE_MEMBERS2(OdDbDatabase, OdRxObject, OdDbDatabase::pseudoConstructor, 0, 0, 0, OdString(L"OdDbDatabase"),
+                     OdString::kEmpty, OdString::kEmpty, 0)
+
+OdRxObjectPtr OdDbDatabase::pseudoConstructor()
+{
+  OdSmartPtr<OdDbDatabase> db(new OdDbDatabase);
+  db->createDefaultTables();
+  return OdRxObjectPtr(db.get());
+}
+
+OdDbDatabase::~OdDbDatabase()
+{
+  // Objects someone still holds outlive the database: they become objects
+  // outside any database, writable and without an id.
+  for (OdDbStub& stub : m_stubs) {
+    if (OdDbObject* object = stub.object.get()) {
+      object->m_pStub = nullptr;
+      object->m_openMode = OdDb::kForWrite;
+    }
+  }
+  for (OdDbStub& stub : m_stubs)
+    stub.object = nullptr;
+}
+
+void OdDbDatabase::createDefaultTables()
+{
+  OdDbBlockTablePtr blocks = OdDbBlockTable::createObject();
+  m_blockTableId = addOdDbObject(blocks);
+  OdDbViewTablePtr views = OdDbViewTable::createObject();
+  m_viewTableId = addOdDbObject(views);
+  OdDbBlockTableRecordPtr modelSpace = OdDbBlockTableRecord::createObject();
+  modelSpace->setName(OdString(L"*Model_Space"));
+  m_modelSpaceId = blocks->add(modelSpace);
+}
+
+OdDbStub* OdDbDatabase::newStub(const OdDbHandle& handle)
+{
+  m_stubs.emplace_back();
+  OdDbStub* stub = &m_stubs.back();
+  stub->handle = handle;
+  stub->database = this;
+  m_byHandle.emplace(static_cast<OdUInt64>(handle), stub);
+  if (handle >= m_handseed)
+    m_handseed = static_cast<OdUInt64>(handle) + 1;
+  return stub;
+}
+
+OdDbObjectId OdDbDatabase::getOdDbObjectId(const OdDbHandle& handle, bool createIfNotFound)
+{
+  if (handle.isNull())
+    return OdDbObjectId::kNull;
+  const auto it = m_byHandle.find(handle);
+  if (it != m_byHandle.end())
+    return OdDbObjectId(it->second);
+  return createIfNotFound ? OdDbObjectId(newStub(handle)) : OdDbObjectId::kNull;
+}
+
+OdDbObjectId OdDbDatabase::addOdDbObject(OdDbObject* object, OdDbObjectId ownerId, OdDbHandle handle)
+{
+  if (!object)
+    throw OdError(eNullObjectPointer, OdString(L"No object given to add to the database"));
+  if (object->isDBRO())
+    throw OdError(eAlreadyInDb, OdString(L"Object ") + object->handle().ascii() + L" is already in a database");
+  OdDbStub* stub = nullptr;
+  if (handle.isNull()) {
+    stub = newStub(m_handseed);
+  } else {
+    stub = getOdDbObjectId(handle, true).stub();
+    if (stub->object)
+      throw OdError(eDuplicateKey, OdString(L"Handle ") + handle.ascii() + L" is already in use");
+  }
+  stub->object = object;
+  object->m_pStub = stub;
+  object->setOwnerId(ownerId);
+  // An object nobody else holds has no opener to wait for.
+  if (object->numRefs() == 1)
+    object->m_openMode = OdDb::kNotOpen;
+  return OdDbObjectId(stub);
+}
+
+void OdDbDatabase::writeFile(const OdString& path)
+{
+  OdDbFileWriter::writeFile(this, path);
+  m_filename = path;
+}

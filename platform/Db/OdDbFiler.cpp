@@ -1,0 +1,3 @@
+#include "Db/OdDbFiler.h"
+
+ODRX_NO_CONS_DEFINE_MEMBERS(OdDbFiler, OdRxObject)

@@ -1,0 +1,68 @@
+#include "Ed/OdDbScriptUserIO.h"
+
+#include "Db/OdDbDatabase.h"
+#include "Ed/OdEdCancel.h"
+#include "Ed/OdRxSelfRegistering.h"
+
+ODRX_SELF_REGISTERING_MEMBERS(OdDbScriptUserIO, OdDbUserIO, RXIMPL_CONSTR)
+
+OdSmartPtr<OdDbScriptUserIO> OdDbScriptUserIO::createObject(const OdArray<OdEdScriptWord>& words,
+                                                            OdEdUserIO* pConsole, OdRxObject* pDatabase)
+{
+  OdSmartPtr<OdDbScriptUserIO> io = createObject();
+  io->m_words = words;
+  io->m_pConsole = pConsole;
+  io->m_pDatabase = pDatabase;
+  return io;
+}
+
+OdArray<OdEdScriptWord> OdDbScriptUserIO::remainingWords() const
+{
+  OdArray<OdEdScriptWord> rest;
+  for (unsigned i = m_next; i < m_words.size(); ++i)
+    rest.append(m_words[i]);
+  return rest;
+}
+
+void OdDbScriptUserIO::putString(const OdString& string)
+{
+  if (!m_pConsole.isNull())
+    m_pConsole->putString(string);
+}
+
+OdString OdDbScriptUserIO::getInput(const OdString& prompt)
+{
+  if (m_next >= m_words.size()) {
+    putString(prompt);
+    throw OdEdCancel();
+  }
+  const OdEdScriptWord& word = m_words[m_next++];
+  putString(prompt.isEmpty() ? word.typed : prompt + L" " + word.typed);
+  if (word.isCancel())
+    throw OdEdCancel();
+  return word.text;
+}
+
+OdDbObjectIdArray OdDbScriptUserIO::select(const OdString& prompt, int options)
+{
+  const OdDbDatabasePtr database(m_pDatabase.get());
+  if (database.isNull())
+    throw OdError(eNoDatabase, OdString(L"Selecting objects needs a drawing"));
+  const OdString shown = prompt.isEmpty() ? OdString(L"Select objects:") : prompt;
+  OdDbObjectIdArray ids;
+  for (;;) {
+    const OdString answer = getInput(shown);
+    if (answer.isEmpty())
+      return ids;
+    const OdDbHandle handle(answer);
+    const OdDbObjectId id = handle.isNull() ? OdDbObjectId() : database->getOdDbObjectId(handle);
+    if (!id.isValid()) {
+      putString(OdString(L"No object has the handle ") + answer + L".");
+      continue;
+    }
+    if (!ids.contains(id))
+      ids.append(id);
+    if (options & OdEd::kSelSingleEntity)
+      return ids;
+  }
+}

@@ -1,0 +1,20 @@
+#ifndef OD_DB_USER_IO_H
+#define OD_DB_USER_IO_H
+
+#include "Db/OdDbObjectId.h"
+#include "Ed/OdEdBaseUserIO.h"
+
+// User input of commands that work on a drawing: adds picking objects.
+class OdDbUserIO : public OdEdBaseUserIO {
+  ODRX_DECLARE_MEMBERS(OdDbUserIO);
+
+public:
+  // Asks the user to pick objects until an empty answer (or, with
+  // OdEd::kSelSingleEntity, one object). Returns them in the order picked,
+  // each once; empty when the user picked none. Cancelling raises OdEdCancel.
+  virtual OdDbObjectIdArray select(const OdString& prompt = OdString::kEmpty, int options = OdEd::kSelDefault) = 0;
+};
+
+typedef OdSmartPtr<OdDbUserIO> OdDbUserIOPtr;
+
+#endif

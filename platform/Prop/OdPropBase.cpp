@@ -1,0 +1,10 @@
+#include "Prop/OdPropBase.h"
+
+#include "Ed/OdRxSelfRegistering.h"
+
+ODRX_SELF_REGISTERING_MEMBERS(OdPropBase, OdRxObject, ODRX_NULL_CONSTR)
+
+bool OdPropBase::getPropertyPossibleValues(const OdString&, OdStringArray&, OdStringArray&)
+{
+  return false;
+}
