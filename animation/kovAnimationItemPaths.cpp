@@ -154,7 +154,10 @@ bool kovAnimationItem::recalcKFTimesByDistance(kovDbAnimation* animation, kovAni
     const double d = travelled[static_cast<size_t>(i)] - travelled[static_cast<size_t>(i - 1)];
     int next = d > 0.0 ? clampToInt(time + d / speed * 1000.0) : time;
     // A keyframe never lands on its predecessor's time: the map would drop it.
-    if (next <= time && time < INT_MAX)
+    // Past the last representable time the path keeps the times it had.
+    if (next <= time && time == INT_MAX)
+      return false;
+    if (next <= time)
       next = time + 1;
     time = next;
     retimed.insert(time, it.value());

@@ -13,6 +13,7 @@
 #include <vector>
 
 class OdDbDatabase;
+class OdDbDwgFiler;
 class OdDbEntity;
 
 // One animated subject of an animation: the camera, the environment, an
@@ -76,6 +77,13 @@ public:
   // reference when there is one and preferBlock is set, else the bound
   // entity; null when neither opens.
   OdDbObjectPtr getEntityForPaint(bool forWrite, bool preferBlock);
+
+  // Filing inside the animation entity (layout in kovAnimationTrackFiling.cpp).
+  void dwgOutFields(OdDbDwgFiler* filer) const;
+  OdResult dwgInFields(OdDbDwgFiler* filer);
+  // Tracks have no file of their own: both do nothing.
+  void saveToFile(const QString& fileName) const;
+  void loadFromFile(const QString& fileName);
 
   // Evaluation at an absolute time.
   double computeValueAtMillisecond(const QString& name, int ms, double def) const;

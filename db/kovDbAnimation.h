@@ -63,8 +63,45 @@ public:
   // cursor, the selection or the gizmo flag) into target.
   void copyContent(kovDbAnimation* target) const;
 
+  // The scene around playback: the view of a viewport saved before an
+  // animation takes it over, kept per animation and viewport until restored.
+  static bool sceneHasSavedState(const OdDbObjectId& animationId, int viewport);
+  // Saves the viewport's view and writes the cut's image settings into the
+  // host's production settings ("AnimationProduction/" or "ImageProduction/").
+  static void saveSceneState(const OdDbObjectId& animationId, int viewport, const kovCameraCut& cut);
+  // Puts the saved view back, forgets it and has the host redraw.
+  static void restoreSceneState(const OdDbObjectId& animationId, int viewport);
+
+  // Shows the cut's named view in the active viewport.
+  void setNamedView(const kovCameraCut& cut) const;
+  // Looks through the camera track at the current position: eye, target,
+  // field of view and depth of field.
+  void updateCurrentView(const kovAnimationTrack* track) const;
+
+  // Draws the icons' pixels once (module start) and lets them go (module end).
+  static void initializeGlobalObjects();
+  static void uninitializeGlobalObjects();
+  // Has the host redraw what the animation shows: the whole scene when an
+  // environment track moves the sun, the animation itself otherwise.
+  void invalidateDrawings() const;
+
+  // Layout in kovDbAnimationFiling.cpp.
+  OdResult dwgInFields(OdDbDwgFiler* filer) override;
+  void dwgOutFields(OdDbDwgFiler* filer) const override;
+
 protected:
   OdResult subErase(bool erasing) override;
+  // The paths of the tracks and an icon per subject, unless the gizmos are hidden.
+  bool subWorldDraw(OdGiWorldDraw* wd) const override;
+  OdResult subGetGeomExtents(OdGeExtents3d& extents) const override;
+  // One grip per keyframe of every location sub-track, in track order.
+  OdResult subGetGripPoints(OdGePoint3dArray& gripPoints) const override;
+  // Moves the keyframes the grips stand for.
+  OdResult subMoveGripPointsAt(const OdIntArray& indices, const OdGeVector3d& offset) override;
+  OdResult subTransformBy(const OdGeMatrix3d& xform) override;
+
+  void drawAnimatedTrack(OdGiWorldDraw* wd, const kovAnimationTrack& track) const;
+  void drawAnimationIcon(OdGiWorldDraw* wd, const kovAnimationTrack& track) const;
 
 private:
   QString m_name;

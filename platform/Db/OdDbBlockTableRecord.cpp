@@ -56,8 +56,11 @@ OdResult OdDbBlockTableRecord::dwgInFields(OdDbDwgFiler* pFiler)
   for (OdUInt32 i = 0; i < count; ++i) {
     // An entity that was erased when the data was written resolves to null.
     const OdDbObjectId id = pFiler->rdSoftPointerId();
-    if (!id.isNull())
-      m_entities.append(id);
+    if (id.isNull())
+      continue;
+    if (!id.objectClass()->isDerivedFrom(OdDbEntity::desc()))
+      return eWrongObjectType;
+    m_entities.append(id);
   }
   return pFiler->filerStatus();
 }
@@ -65,7 +68,14 @@ OdResult OdDbBlockTableRecord::dwgInFields(OdDbDwgFiler* pFiler)
 void OdDbBlockTableRecord::dwgOutFields(OdDbDwgFiler* pFiler) const
 {
   OdDbSymbolTableRecord::dwgOutFields(pFiler);
-  pFiler->wrInt32(static_cast<OdInt32>(m_entities.size()));
+  // A file holds no erased objects, so it lists none either.
+  const bool live = pFiler->filerType() == OdDb::kFileFiler;
+  OdInt32 count = 0;
   for (const OdDbObjectId& id : m_entities)
-    pFiler->wrSoftPointerId(id);
+    count += live && id.isErased() ? 0 : 1;
+  pFiler->wrInt32(count);
+  for (const OdDbObjectId& id : m_entities) {
+    if (!(live && id.isErased()))
+      pFiler->wrSoftPointerId(id);
+  }
 }

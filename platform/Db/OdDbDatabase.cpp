@@ -72,6 +72,9 @@ OdDbObjectId OdDbDatabase::addOdDbObject(OdDbObject* object, OdDbObjectId ownerI
     throw OdError(eAlreadyInDb, OdString(L"Object ") + object->handle().ascii() + L" is already in a database");
   OdDbStub* stub = nullptr;
   if (handle.isNull()) {
+    // The seed wraps to zero only after the largest handle was used.
+    if (m_handseed.isNull())
+      throw OdError(eOutOfRange, OdString(L"The database has no handles left"));
     stub = newStub(m_handseed);
   } else {
     stub = getOdDbObjectId(handle, true).stub();

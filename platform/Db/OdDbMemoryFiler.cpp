@@ -54,13 +54,13 @@ OdUInt8* OdDbMemoryFiler::put(OdUInt64 n)
     throw OdError(eNotApplicable, OdString(L"A memory filer reading an external buffer can't be written"));
   const OdUInt64 end = m_pos + n;
   if (end > m_own.size()) {
-    // Doubling keeps appending amortised constant time.
-    if (end > m_own.capacity())
-      m_own.reserve(std::max<OdUInt64>(end, m_own.capacity() * 2));
-    m_own.resize(end);
+    // The buffer grows by doubling, ahead of the data, so that appending is
+    // amortised constant time; m_size marks the end of what was written.
+    m_own.resize(std::max<OdUInt64>(end, m_own.size() * 2));
     m_data = m_own.data();
-    m_size = end;
   }
+  if (end > m_size)
+    m_size = end;
   OdUInt8* at = m_own.data() + m_pos;
   m_pos = end;
   return at;

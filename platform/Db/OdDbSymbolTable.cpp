@@ -83,8 +83,11 @@ OdResult OdDbSymbolTable::dwgInFields(OdDbDwgFiler* pFiler)
   for (OdUInt32 i = 0; i < count; ++i) {
     // A record that was erased when the data was written resolves to null.
     const OdDbObjectId id = pFiler->rdSoftPointerId();
-    if (!id.isNull())
-      m_records.append(id);
+    if (id.isNull())
+      continue;
+    if (!id.objectClass()->isDerivedFrom(recordClass()))
+      return eWrongObjectType;
+    m_records.append(id);
   }
   return pFiler->filerStatus();
 }
@@ -92,9 +95,16 @@ OdResult OdDbSymbolTable::dwgInFields(OdDbDwgFiler* pFiler)
 void OdDbSymbolTable::dwgOutFields(OdDbDwgFiler* pFiler) const
 {
   OdDbObject::dwgOutFields(pFiler);
-  pFiler->wrInt32(static_cast<OdInt32>(m_records.size()));
+  // A file holds no erased objects, so it lists none either.
+  const bool live = pFiler->filerType() == OdDb::kFileFiler;
+  OdInt32 count = 0;
   for (const OdDbObjectId& id : m_records)
-    pFiler->wrSoftPointerId(id);
+    count += live && id.isErased() ? 0 : 1;
+  pFiler->wrInt32(count);
+  for (const OdDbObjectId& id : m_records) {
+    if (!(live && id.isErased()))
+      pFiler->wrSoftPointerId(id);
+  }
 }
 
 OdRxClass* OdDbSymbolTable::recordClass() const

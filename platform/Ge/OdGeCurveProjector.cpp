@@ -33,32 +33,41 @@ OdGeCurveProjector::OdGeCurveProjector(const Geom_BSplineCurve& curve) : m_curve
     const gp_Pnt p = curve.Value(u);
     m_p.push_back(OdGePoint3d(p.X(), p.Y(), p.Z()));
   }
+  for (size_t i = 0; i + 1 < m_p.size(); ++i)
+    m_reach.push_back(kArcOverChord * m_p[i].distanceTo(m_p[i + 1]));
 }
 
 double OdGeCurveProjector::nearestParam(const OdGePoint3d& point) const
 {
-  // An arc between samples i and i + 1 comes no nearer than
-  // (d_i + d_i+1 - arc length) / 2.
+  double bestSq = std::numeric_limits<double>::infinity();
+  double bestU = m_u.front();
+  for (size_t i = 0; i < m_p.size(); ++i) {
+    const double dSq = (point - m_p[i]).lengthSqrd();
+    if (dSq < bestSq) {
+      bestSq = dSq;
+      bestU = m_u[i];
+    }
+  }
+  double best = std::sqrt(bestSq);
+  if (best <= OdGeContext::gTol.equalPoint())
+    return bestU;
+
+  // The arc between samples i and i + 1 comes no nearer than
+  // (d_i + d_i+1 - its length) / 2: worth a search only when that is below
+  // the best distance, which needs both d_i and d_i+1 below 2 * best + length.
   struct Candidate {
     double lowerBound;
     size_t index;
   };
   std::vector<Candidate> candidates;
-  double best = std::numeric_limits<double>::infinity();
-  double bestU = m_u.front();
-  double prev = 0.0;
-  for (size_t i = 0; i < m_p.size(); ++i) {
-    const double d = point.distanceTo(m_p[i]);
-    if (d < best) {
-      best = d;
-      bestU = m_u[i];
-    }
-    if (i > 0) {
-      const double bound = 0.5 * (prev + d - kArcOverChord * m_p[i - 1].distanceTo(m_p[i]));
-      if (bound < best)
-        candidates.push_back({bound, i - 1});
-    }
-    prev = d;
+  for (size_t i = 0; i + 1 < m_p.size(); ++i) {
+    const double limit = 2.0 * best + m_reach[i];
+    const double limitSq = limit * limit;
+    if ((point - m_p[i]).lengthSqrd() >= limitSq || (point - m_p[i + 1]).lengthSqrd() >= limitSq)
+      continue;
+    const double bound = 0.5 * (point.distanceTo(m_p[i]) + point.distanceTo(m_p[i + 1]) - m_reach[i]);
+    if (bound < best)
+      candidates.push_back({bound, i});
   }
   std::sort(candidates.begin(), candidates.end(),
             [](const Candidate& l, const Candidate& r) { return l.lowerBound < r.lowerBound; });
@@ -68,7 +77,7 @@ double OdGeCurveProjector::nearestParam(const OdGePoint3d& point) const
   const gp_Pnt p(point.x, point.y, point.z);
   const double tolU = 1e-13 * std::max(1.0, std::fabs(m_u.back()));
   for (const Candidate& c : candidates) {
-    if (c.lowerBound >= best)
+    if (c.lowerBound >= best || best <= OdGeContext::gTol.equalPoint())
       break;
     const double lo = m_u[c.index];
     const double hi = m_u[c.index + 1];

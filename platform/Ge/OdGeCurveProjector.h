@@ -26,6 +26,7 @@ private:
   const Geom_BSplineCurve* m_curve;
   std::vector<double> m_u;
   std::vector<OdGePoint3d> m_p;
+  std::vector<double> m_reach; // bound on the arc length from sample i to i + 1
 };
 
 #endif

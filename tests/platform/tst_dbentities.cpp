@@ -7,8 +7,8 @@
 #include "Db/OdDbLight.h"
 #include "Db/OdDbSpline.h"
 #include "Db/OdDbViewTableRecord.h"
+#include "Gi/OdGiWorldDrawRecorder.h"
 #include "kovDbFixture.h"
-#include "kovRecordingDraw.h"
 
 #include <cmath>
 
@@ -113,9 +113,9 @@ TEST_F(DbEntities, SplineRefusesBadFitDataAndKeepsItsOwn)
   EXPECT_EQ(empty->getStartParam(start), eDegenerateGeometry);
   OdGeExtents3d extents;
   EXPECT_EQ(empty->getGeomExtents(extents), eInvalidExtents);
-  kovRecordingDraw draw;
+  OdGiWorldDrawRecorder draw;
   EXPECT_TRUE(empty->worldDraw(&draw));
-  EXPECT_TRUE(draw.polylines.empty());
+  EXPECT_TRUE(draw.records().empty());
 }
 
 TEST_F(DbEntities, SplineGripsAreItsFitPoints)
@@ -148,11 +148,11 @@ TEST_F(DbEntities, SplineTransformsAndDrawsThroughItsFitPoints)
   EXPECT_GE(extents.maxPoint().x, 14.0 - kTol);
 
   spline->setColorIndex(6);
-  kovRecordingDraw draw;
+  OdGiWorldDrawRecorder draw;
   spline->worldDraw(&draw);
-  ASSERT_EQ(draw.polylines.size(), 1u);
-  const OdGePoint3dArray& drawn = draw.polylines[0].points;
-  EXPECT_EQ(draw.polylines[0].colorIndex, 6);
+  ASSERT_EQ(draw.records().size(), 1u);
+  const OdGePoint3dArray& drawn = draw.records()[0].points;
+  EXPECT_EQ(draw.records()[0].color.colorIndex(), 6);
   ASSERT_GT(drawn.size(), 4u * 3);
   for (const OdGePoint3d& fit : kFitPoints) {
     const OdGePoint3d moved = move * fit;
@@ -169,9 +169,9 @@ TEST_F(DbEntities, InvisibleEntityDrawsNothing)
 {
   OdDbSplinePtr spline = makeSpline();
   spline->setVisibility(OdDb::kInvisible);
-  kovRecordingDraw draw;
+  OdGiWorldDrawRecorder draw;
   EXPECT_TRUE(spline->worldDraw(&draw));
-  EXPECT_TRUE(draw.polylines.empty());
+  EXPECT_TRUE(draw.records().empty());
 }
 
 TEST_F(DbEntities, BlockReferencePlacesItsBlocksEntities)
@@ -193,12 +193,12 @@ TEST_F(DbEntities, BlockReferencePlacesItsBlocksEntities)
   expectPointNear(placed.minPoint(), xform * own.minPoint());
   expectPointNear(placed.maxPoint(), xform * own.maxPoint());
 
-  kovRecordingDraw draw;
+  OdGiWorldDrawRecorder draw;
   reference->worldDraw(&draw);
-  EXPECT_EQ(draw.transformDepth(), 0);
-  ASSERT_EQ(draw.polylines.size(), 1u);
-  expectPointNear(draw.polylines[0].points.first(), xform * kFitPoints[0]);
-  expectPointNear(draw.polylines[0].points.last(), xform * kFitPoints[3]);
+  EXPECT_TRUE(draw.getModelToWorldTransform().isEqualTo(OdGeMatrix3d::kIdentity)) << "pushes and pops balance";
+  ASSERT_EQ(draw.records().size(), 1u);
+  expectPointNear(draw.records()[0].points.first(), xform * kFitPoints[0]);
+  expectPointNear(draw.records()[0].points.last(), xform * kFitPoints[3]);
 }
 
 TEST_F(DbEntities, BlockReferenceMovesByGripAndTransform)
@@ -233,10 +233,10 @@ TEST_F(DbEntities, BlockContainingItselfFailsInsteadOfRecursingForever)
   appendToModelSpace(outer);
   OdGeExtents3d extents;
   EXPECT_EQ(outer->getGeomExtents(extents), eOk) << "the nesting limit cuts the loop; the spline still counts";
-  kovRecordingDraw draw;
+  OdGiWorldDrawRecorder draw;
   EXPECT_TRUE(outer->worldDraw(&draw));
-  EXPECT_EQ(draw.transformDepth(), 0);
-  EXPECT_FALSE(draw.polylines.empty());
+  EXPECT_TRUE(draw.getModelToWorldTransform().isEqualTo(OdGeMatrix3d::kIdentity)) << "pushes and pops balance";
+  EXPECT_FALSE(draw.records().empty());
 }
 
 TEST_F(DbEntities, LightKeepsValidSettingsOnly)

@@ -39,7 +39,7 @@ std::string narrow(const OdString& text)
 std::vector<OdUInt8> filedFields(const OdDbObjectId& id)
 {
   OdDbObjectPtr object = id.safeOpenObject();
-  OdDbMemoryFiler filer(id.database());
+  OdDbMemoryFiler filer(id.database(), OdDb::kFileFiler);
   object->dwgOutFields(&filer);
   return std::vector<OdUInt8>(filer.data(), filer.data() + filer.size());
 }

@@ -24,7 +24,7 @@ struct kovSampleDrawing {
 kovSampleDrawing kovBuildSampleDrawing();
 
 // Compares every object of two drawings by handle: class, owner's handle and
-// filed fields. Empty when they are the same, else the first difference.
+// fields as a file holds them. Empty when they are the same, else the first difference.
 std::string kovCompareDrawings(OdDbDatabase* a, OdDbDatabase* b);
 
 #endif

@@ -1,0 +1,16 @@
+#ifndef KOV_VIEW_CAMERA_H
+#define KOV_VIEW_CAMERA_H
+
+#include "Ge/OdGePoint3d.h"
+#include "Ge/OdGeVector3d.h"
+
+// Where a viewport looks from and to.
+struct kovViewCamera {
+  OdGePoint3d eye { 0.0, -10.0, 2.0 };
+  OdGePoint3d target { 0.0, 0.0, 2.0 };
+  OdGeVector3d up { 0.0, 0.0, 1.0 };
+  // Vertical field of view, degrees.
+  double fieldOfView = 60.0;
+};
+
+#endif

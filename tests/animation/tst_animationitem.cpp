@@ -1,0 +1,493 @@
+// Sub-tracks: names of their enumerations, defaults, copying and equality,
+// change signals, exact-key reads, special parameters, spline paths and
+// re-timing by distance.
+#include "kovAnimationTestValues.h"
+
+#include "animation/kovAnimationTrack.h"
+#include "db/kovDbAnimation.h"
+
+#include "Db/OdDbBlockTableRecord.h"
+#include "Db/OdDbDatabase.h"
+#include "Ge/OdGeNurbCurve3d.h"
+#include "kovDbFixture.h"
+
+#include <climits>
+#include <cmath>
+#include <limits>
+
+namespace {
+
+using Item = kovAnimationItem;
+const double kNaN = std::numeric_limits<double>::quiet_NaN();
+const double kInf = std::numeric_limits<double>::infinity();
+
+TEST(AnimationItemNames, convertEveryTypeBothWaysAndUnknownTextsToTheDefaults)
+{
+  const char* const animationTypes[] = { "Custom Parameter", "Location By Points", "Location By Spline", "Scale",
+                                         "Rotation By Angles", "Rotation To Target", "Rotation To Entity",
+                                         "Location By Spline and Rotation" };
+  for (int i = 0; i < 8; ++i) {
+    EXPECT_EQ(Item::animationType2String(i), str(animationTypes[i]));
+    EXPECT_EQ(Item::string2AnimationType(str(animationTypes[i])), i);
+  }
+  const char* const paramTypes[] = { "Point", "Number", "On/Off", "Text" };
+  for (int i = 0; i < 4; ++i) {
+    EXPECT_EQ(Item::paramType2String(i), str(paramTypes[i]));
+    EXPECT_EQ(Item::string2ParamType(str(paramTypes[i])), i);
+  }
+  for (int bad : { -1, 8, INT_MIN, INT_MAX })
+    EXPECT_TRUE(Item::animationType2String(bad).isEmpty()) << bad;
+  for (int bad : { -1, 4, INT_MIN, INT_MAX })
+    EXPECT_TRUE(Item::paramType2String(bad).isEmpty()) << bad;
+  for (const char* unknown : { "whatever", "", "scale", "Location By Spline " }) {
+    EXPECT_EQ(Item::string2AnimationType(str(unknown)), Item::CustomParameter) << unknown;
+    EXPECT_EQ(Item::string2ParamType(str(unknown)), Item::Number) << unknown;
+  }
+}
+
+TEST(AnimationItemFields, startAtTheirDefaultsWithOrWithoutATrack)
+{
+  kovAnimationTrack track;
+  const Item loose;
+  const Item owned(&track);
+  for (const Item* item : { &loose, &owned }) {
+    EXPECT_EQ(item->transientWord(), 0u);
+    EXPECT_TRUE(item->values().isEmpty());
+    EXPECT_EQ(item->animationType(), Item::LocationByPoints);
+    EXPECT_FALSE(item->faceDirection());
+    EXPECT_TRUE(item->durationByAnimationSpeed());
+    EXPECT_TRUE(item->customParameterName().isEmpty());
+    EXPECT_EQ(item->paramsType(), Item::Number);
+    EXPECT_FALSE(item->isFactoryParameter());
+    EXPECT_EQ(item->minValue(), -999999.0);
+    EXPECT_EQ(item->maxValue(), 999999.0);
+    EXPECT_EQ(item->decimals(), 3);
+    EXPECT_TRUE(item->valueList().isEmpty());
+  }
+  EXPECT_EQ(loose.parentTrack(), nullptr);
+  EXPECT_EQ(owned.parentTrack(), &track);
+  EXPECT_EQ(owned.parent(), &track);
+}
+
+Item richItem(kovAnimationTrack* track)
+{
+  Item item(track);
+  item.setAnimationType(Item::CustomParameter, OdGePoint3d::kOrigin);
+  item.setCustomParameterName(str("Fov"));
+  item.setParamsType(Item::Text);
+  item.setRange(-5, 5, 1);
+  item.setValueList(strs({ "a", "b" }));
+  item.setTransientWord(0x1234567890ULL);
+  item.setValue(100, str("a"));
+  return item;
+}
+
+TEST(AnimationItemCopies, keepTheSourcesTrackAndEveryField)
+{
+  kovAnimationTrack track;
+  const Item source = richItem(&track);
+  const Item copy(source);
+  EXPECT_EQ(copy.parentTrack(), &track);
+  EXPECT_EQ(copy.transientWord(), 0x1234567890ULL);
+  EXPECT_TRUE(copy == source);
+
+  Item loose;
+  loose = source;
+  EXPECT_EQ(loose.parentTrack(), &track) << "a parentless item adopts the source's track";
+  EXPECT_TRUE(loose == source);
+}
+
+TEST(AnimationItemCopies, assignmentKeepsTheTargetsTrackAndEmitsNothing)
+{
+  kovAnimationTrack first, second;
+  const Item source = richItem(&first);
+  Item target(&second);
+  EXPECT_EQ(countSignals(&target, &Item::valueChanged, [&] { target = source; }), 0);
+  EXPECT_EQ(target.parentTrack(), &second);
+  EXPECT_EQ(target.parent(), &second);
+  EXPECT_FALSE(target == source) << "equal fields, different tracks";
+  EXPECT_EQ(target.values(), source.values());
+}
+
+TEST(AnimationItemEquality, anyDifferingFieldMakesItemsUnequal)
+{
+  kovAnimationTrack track;
+  const std::function<void(Item&)> changes[] = {
+    [](Item& i) { i.setAnimationType(Item::Scale, OdGePoint3d::kOrigin); },
+    [](Item& i) { i.setCustomParameterName(str("fov")); },
+    [](Item& i) { i.setDurationByAnimationSpeed(false); },
+    [](Item& i) { i.setFaceDirection(true); },
+    [](Item& i) { i.setIsFactoryParameter(true); },
+    [](Item& i) { i.setParamsType(Item::Point); },
+    [](Item& i) { i.setRange(-5, 6, 1); },
+    [](Item& i) { i.setRange(-4, 5, 1); },
+    [](Item& i) { i.setRange(-5, 5, 2); },
+    [](Item& i) { i.setValueList(strs({ "a", "c" })); },
+    [](Item& i) { i.setValues({ { 101, str("a") } }); },
+    [](Item& i) { i.setValue(100, str("b")); },
+    [](Item& i) { i.setTransientWord(1); },
+    [](Item& i) { i.setRange(kNaN, 5, 1); },
+    [](Item& i) { i.setRange(-5, kNaN, 1); },
+  };
+  const Item reference = richItem(&track);
+  int n = 0;
+  for (const auto& change : changes) {
+    Item changed(reference);
+    change(changed);
+    EXPECT_FALSE(changed == reference) << "change " << n;
+    EXPECT_FALSE(reference == changed) << "change " << n;
+    ++n;
+  }
+  Item nan(reference);
+  nan.setRange(kNaN, 5, 1);
+  EXPECT_FALSE(nan == Item(nan)) << "a NaN bound is unequal even to its own copy";
+}
+
+TEST(AnimationItemSignals, writersEmitAsDocumentedAndRemoversStaySilent)
+{
+  Item item;
+  const auto emitted = [&item](const std::function<void()>& action) {
+    return countSignals(&item, &Item::valueChanged, action);
+  };
+  EXPECT_EQ(emitted([&] { item.setValue(0, 1.0); }), 1);
+  EXPECT_EQ(emitted([&] { item.setValue(0, 1.0); }), 1) << "the same value again still emits";
+  EXPECT_EQ(emitted([&] { item.setValue(0, 2.0); }), 1);
+  EXPECT_EQ(item.values().size(), 1);
+  EXPECT_EQ(emitted([&] { item.setValues(item.values()); }), 1);
+  EXPECT_EQ(emitted([&] { item.setDurationByAnimationSpeed(true); }), 1);
+  EXPECT_EQ(emitted([&] {
+              item.setParamsType(Item::Text);
+              item.setFaceDirection(true);
+              item.setCustomParameterName(str("x"));
+            }),
+            0);
+  EXPECT_EQ(emitted([&] { item.setAnimationType(Item::LocationByPoints, OdGePoint3d::kOrigin); }), 0);
+  EXPECT_EQ(emitted([&] { item.setAnimationType(Item::Scale, OdGePoint3d::kOrigin); }), 1);
+  EXPECT_EQ(item.values().value(0), QVariant(2.0)) << "non-spline types keep their keyframes";
+  int removed = -1;
+  EXPECT_EQ(emitted([&] { removed = item.removeValue(5); }), 0);
+  EXPECT_EQ(removed, 0);
+  EXPECT_EQ(emitted([&] { removed = item.removeValue(0); }), 0);
+  EXPECT_EQ(removed, 1);
+  item.setValue(7, 1.0);
+  EXPECT_EQ(emitted([&] { item.clearValues(); }), 0);
+  EXPECT_TRUE(item.values().isEmpty());
+}
+
+TEST(AnimationItemSignals, reachTheTrackOnceHoweverTheItemWasCopied)
+{
+  kovAnimationTrack track;
+  for (int i = 0; i < 20; ++i)
+    track.addElement(); // reallocations copy every item into its new place
+  const auto trackSignals = [&track](const std::function<void()>& action) {
+    return countSignals(&track, &kovAnimationTrack::onTrackItemChanged, action);
+  };
+  EXPECT_EQ(trackSignals([&] { track.elementAt(0).setValue(1, 1.0); }), 1);
+
+  // The track finds a changed item by value: each copy below rewrites a
+  // keyframe unchanged, so that it still equals element 0 and is reported.
+  Item copy(track.elementAt(0));
+  EXPECT_EQ(trackSignals([&] { copy.setValue(1, 1.0); }), 1);
+
+  Item loose;
+  loose = track.elementAt(0);
+  loose = track.elementAt(0);
+  Item copyOfCopy(loose);
+  EXPECT_EQ(trackSignals([&] { loose.setValue(1, 1.0); }), 1);
+  EXPECT_EQ(trackSignals([&] { copyOfCopy.setValue(1, 1.0); }), 1);
+}
+
+TEST(AnimationItemReads, exactKeysOnlyAndTheDefaultForWrongShapes)
+{
+  Item item;
+  item.setValues({ { 0, 2.5 },
+                   { 1, QVariantList { 1.0, 2.0 } },
+                   { 2, QVariantList { 1.0, 2.0, 3.0, 4.0, 5.0 } },
+                   { 3, sixValue(1, 2, 3, 4, 5, 6) },
+                   { 4, str("abc") },
+                   { 5, QVariant() },
+                   { INT_MIN, true },
+                   { INT_MAX, str("end") } });
+  const OdGePoint3d def(-1, -1, -1);
+  EXPECT_EQ(item.valueAsScalar(0, 9.0), 2.5);
+  EXPECT_EQ(item.valueAsScalar(-1, 9.0), 9.0) << "no interpolation between keys";
+  for (int wrong : { 1, 3, 4, 5 })
+    EXPECT_EQ(item.valueAsScalar(wrong, 9.0), 9.0) << wrong;
+  expectPointNear(item.valueAsPoint(1, def), def);
+  expectPointNear(item.valueAsPoint(2, def), OdGePoint3d(1, 2, 3));
+  expectPointNear(item.valueAsPointGetTanget(2, def), def);
+  expectPointNear(item.valueAsPointGetTanget(3, def), OdGePoint3d(4, 5, 6));
+  for (int wrong : { 0, 4, 5, 6 }) {
+    expectPointNear(item.valueAsPoint(wrong, def), def);
+    expectPointNear(item.valueAsPointGetTanget(wrong, def), def);
+  }
+  EXPECT_TRUE(item.valueAsBool(INT_MIN, false));
+  EXPECT_EQ(item.valueAsString(INT_MAX, str("def")), str("end"));
+  EXPECT_EQ(item.valueAsString(7, str("def")), str("def"));
+  EXPECT_FALSE(item.valueAsBool(1, false)) << "a list is no bool";
+  EXPECT_EQ(item.valueAsString(3, str("def")), str("def")) << "a list is no text";
+}
+
+TEST(AnimationItemSpecialParameters, takeTheirRangesAndListsFromTheTable)
+{
+  struct Row {
+    const char* name;
+    Item::ParameterType type;
+    double min, max;
+    int decimals;
+  };
+  const Row rows[] = { { "Time", Item::Number, 0, 24, 2 },          { "Day", Item::Number, 1, 31, 0 },
+                       { "Month", Item::Number, 1, 12, 0 },         { "Year", Item::Number, 1970, 2999, 0 },
+                       { "North", Item::Number, -180, 180, 2 },     { "Longitude", Item::Number, -180, 180, 3 },
+                       { "Latitude", Item::Number, -90, 90, 3 },    { "Visibility", Item::OnOff, 0, 1, 0 },
+                       { "Sky Sequence", Item::Text, 0, 0, 0 },     { "Fov", Item::Number, 1, 179, 2 },
+                       { "Depth Of Field", Item::Number, 0, 10000, 2 }, { "Focus Distance", Item::Number, 0, 10000, 2 },
+                       { "Intensity", Item::Number, 0, 1000000, 2 }, { "Object Animation", Item::Text, 0, 0, 0 } };
+  for (const Row& row : rows) {
+    Item item;
+    item.setValueList(strs({ "stale" }));
+    Item::setSpecialCustomParamType(item, str(row.name));
+    EXPECT_EQ(item.animationType(), Item::CustomParameter) << row.name;
+    EXPECT_EQ(item.customParameterName(), str(row.name));
+    EXPECT_EQ(item.paramsType(), row.type) << row.name;
+    EXPECT_TRUE(item.isFactoryParameter()) << row.name;
+    EXPECT_EQ(item.minValue(), row.min) << row.name;
+    EXPECT_EQ(item.maxValue(), row.max) << row.name;
+    EXPECT_EQ(item.decimals(), row.decimals) << row.name;
+    if (qstrcmp(row.name, "Sky Sequence") != 0) {
+      EXPECT_TRUE(item.valueList().isEmpty()) << row.name << " (no library service: no animation names)";
+    }
+  }
+  Item sky;
+  Item::setSpecialCustomParamType(sky, str("Sky Sequence"));
+  EXPECT_EQ(sky.valueList(), strs({ "Altocumulus", "Cirrus", "Clear_Sky", "Cumulus", "Multi-Layer",
+                                           "Nimbo-stratus", "Strato-cumulus", "Stratus", "Towering_Cumulus",
+                                           "TrueSkySequenceCumulus", "TrueSkySequenceStratus", "Rainy" }));
+
+  Item plain;
+  plain.setRange(2, 3, 4);
+  plain.setParamsType(Item::OnOff);
+  Item::setSpecialCustomParamType(plain, str("time")); // names match exactly
+  EXPECT_EQ(plain.animationType(), Item::CustomParameter);
+  EXPECT_EQ(plain.customParameterName(), str("time"));
+  EXPECT_FALSE(plain.isFactoryParameter());
+  EXPECT_EQ(plain.paramsType(), Item::OnOff);
+  EXPECT_EQ(plain.minValue(), 2);
+  EXPECT_EQ(plain.decimals(), 4);
+}
+
+TEST(AnimationItemSpecialParameters, areListedPerTrackKind)
+{
+  EXPECT_EQ(Item::listSpecialParameters(str("Environment")),
+            strs({ "Time", "Day", "Month", "Year", "Sky Sequence", "North", "Longitude", "Latitude" }));
+  EXPECT_EQ(Item::listSpecialParameters(str("Camera")), strs({ "Fov", "Depth Of Field", "Focus Distance" }));
+  EXPECT_EQ(Item::listSpecialParameters(str("ArtificialLight")), strs({ "Intensity" }));
+  EXPECT_EQ(Item::listSpecialParameters(str("Object")), strs({ "Object Animation", "Visibility" }));
+  EXPECT_EQ(Item::listSpecialParameters(str("SpawnedObject")), strs({ "Object Animation", "Visibility" }));
+  EXPECT_EQ(Item::listSpecialParameters(str("Entity")), strs({ "Visibility" }));
+  EXPECT_TRUE(Item::listSpecialParameters(str("")).isEmpty());
+  EXPECT_TRUE(Item::listSpecialParameters(str("camera")).isEmpty());
+}
+
+// The four fit points a path of two keyframes p0, p1 widens to, worked out
+// in the plane: the perpendicular of a horizontal direction (dx, dy) is
+// (-dy, dx) turned to unit length.
+void expectWidenedPath(const Item& item, const OdGePoint3d& p0, const OdGePoint3d& p1)
+{
+  ASSERT_EQ(item.values().size(), 4);
+  const OdGeVector3d d = p1 - p0;
+  const OdGeVector3d q = OdGeVector3d(-d.y, d.x, 0) / std::hypot(d.x, d.y);
+  const double s = 0.25 * d.length();
+  const OdGePoint3d expected[] = { p0, p0 + d * 0.33 + q * s, p0 + d * 0.66 - q * s, p1 };
+  int i = 0;
+  for (auto it = item.values().cbegin(); it != item.values().cend(); ++it, ++i) {
+    ASSERT_EQ(it.value().toList().size(), 6);
+    expectPointNear(item.valueAsPoint(it.key(), OdGePoint3d(kNaN, 0, 0)), expected[i]);
+    expectPointNear(item.valueAsPointGetTanget(it.key(), OdGePoint3d(kNaN, 0, 0)), OdGePoint3d::kOrigin);
+  }
+}
+
+TEST(AnimationItemSplinePaths, widenTwoKeyframesToFourSwingingOutToEitherSide)
+{
+  Item item;
+  item.setValues({ { 200, pointValue(1, 1, 0) }, { 1200, pointValue(9, 5, 0) } });
+  int emitted = countSignals(&item, &Item::valueChanged,
+                             [&] { item.setAnimationType(Item::LocationBySpline, OdGePoint3d::kOrigin); });
+  EXPECT_EQ(emitted, 4) << "one signal per laid out keyframe";
+  expectWidenedPath(item, OdGePoint3d(1, 1, 0), OdGePoint3d(9, 5, 0));
+  EXPECT_EQ(item.values().firstKey(), 200);
+  EXPECT_EQ(item.values().lastKey(), 1200);
+
+  kovAnimationTrack camera;
+  camera.setEntityUniqueName(nullptr, str("Camera"));
+  Item eye(&camera);
+  eye.setValues({ { 0, pointValue(1, 1, 7) }, { 500, pointValue(3, 6, 3) }, { 1000, pointValue(9, 5, -4) } });
+  eye.setAnimationType(Item::LocationBySpline, OdGePoint3d::kOrigin);
+  expectWidenedPath(eye, OdGePoint3d(1, 1, 2), OdGePoint3d(9, 5, 2));
+}
+
+TEST(AnimationItemSplinePaths, widenAVerticalPathAlongThePerpendicularOfItsDirection)
+{
+  Item item;
+  item.setValues({ { 0, pointValue(0, 0, 0) }, { 1000, pointValue(0, 0, 8) } });
+  item.setAnimationType(Item::LocationBySpline, OdGePoint3d::kOrigin);
+  // A direction within 1/64 of the Z axis takes Y x d as its perpendicular: +X here.
+  const OdGePoint3d expected[] = { { 0, 0, 0 }, { 2, 0, 0.33 * 8 }, { -2, 0, 0.66 * 8 }, { 0, 0, 8 } };
+  ASSERT_EQ(item.values().size(), 4);
+  int i = 0;
+  for (int key : item.values().keys())
+    expectPointNear(item.valueAsPoint(key, OdGePoint3d::kOrigin), expected[i++]);
+}
+
+TEST(AnimationItemSplinePaths, rebuildLongPathsAsFitPointsWithTangents)
+{
+  Item item;
+  item.setValues({ { 0, pointValue(0, 0, 0) },
+                   { 10, sixValue(1, 2, 0, 0, 1, 0) },
+                   { 20, pointValue(3, 2, 1) },
+                   { 30, 4.5 },
+                   { 40, pointValue(6, 0, 1) } });
+  EXPECT_EQ(countSignals(&item, &Item::valueChanged,
+                         [&] { item.setAnimationType(Item::LocationBySpline, OdGePoint3d::kOrigin); }),
+            1);
+  ASSERT_EQ(item.values().keys(), QList<int>({ 0, 10, 20, 30, 40 }));
+  EXPECT_EQ(item.values().value(10), sixValue(1, 2, 0, 0, 1, 0));
+  EXPECT_EQ(item.values().value(20), sixValue(3, 2, 1, 0, 0, 0));
+  EXPECT_EQ(item.values().value(30), sixValue(0, 0, 0, 0, 0, 0)) << "a value of the wrong shape reads as the origin";
+}
+
+TEST(AnimationItemSplinePaths, layOutFromTheAnchorWhateverTheKeyframesHold)
+{
+  const QMap<int, QVariant> inputs[] = { {},
+                                         { { 0, 2.0 } },
+                                         { { INT_MAX, pointValue(1, 2, 3) } },
+                                         { { INT_MIN, pointValue(kNaN, kInf, 0) }, { INT_MAX, str("x") } } };
+  for (const auto& input : inputs) {
+    Item item;
+    item.setValues(input);
+    EXPECT_NO_THROW(item.setAnimationType(Item::LocationBySpline, OdGePoint3d(5, 6, 7)));
+    EXPECT_EQ(item.values().size(), 4) << "four keyframes, at four distinct times";
+  }
+  Item fresh;
+  fresh.setAnimationType(Item::LocationBySpline, OdGePoint3d(5, 6, 7));
+  expectPointNear(fresh.valueAsPoint(fresh.values().firstKey(), OdGePoint3d::kOrigin), OdGePoint3d(5, 6, 7));
+}
+
+class AnimationItemRetiming : public kovDbFixture {
+protected:
+  void SetUp() override
+  {
+    kovDbFixture::SetUp();
+    kovDbAnimation::rxInit();
+  }
+  void TearDown() override
+  {
+    kovDbAnimation::rxUninit();
+    kovDbFixture::TearDown();
+  }
+};
+
+TEST_F(AnimationItemRetiming, pointsTruncateEachSumAndValuesMoveWithTheirKeys)
+{
+  kovDbAnimationPtr animation = kovDbAnimation::createObject();
+  Item item;
+  item.setValues({ { 100, pointValue(0, 0, 0) },
+                   { 200, pointValue(2, 0, 0) },
+                   { 300, pointValue(4, 0, 0) },
+                   { 400, pointValue(4, 0, 0) },
+                   { 500, pointValue(4, 3, 4) } });
+  const QList<QVariant> values = item.values().values();
+  EXPECT_TRUE(item.recalcKFTimesByDistance(animation.get(), nullptr, 3.0));
+  // 2 / 3 s = 666.67 ms, truncated at every keyframe; the standing still
+  // keyframe is kept 1 ms after its predecessor; 5 / 3 s = 1666.67 ms.
+  EXPECT_EQ(item.values().keys(), QList<int>({ 100, 766, 1432, 1433, 3099 }));
+  EXPECT_EQ(item.values().values(), values);
+}
+
+TEST_F(AnimationItemRetiming, splinesMeasureAlongThePath)
+{
+  kovDbAnimationPtr animation = kovDbAnimation::createObject();
+  Item line;
+  line.setValues({ { 0, sixValue(0, 0, 0, 0, 0, 0) },
+                   { 1, sixValue(1, 0, 0, 0, 0, 0) },
+                   { 2, sixValue(3, 0, 0, 0, 0, 0) },
+                   { 3, sixValue(6, 0, 0, 0, 0, 0) } });
+  line.setAnimationType(Item::LocationBySpline, OdGePoint3d::kOrigin);
+  EXPECT_TRUE(line.recalcKFTimesByDistance(animation.get(), nullptr, 2.0));
+  const QList<int> keys = line.values().keys();
+  const int expected[] = { 0, 500, 1500, 3000 }; // collinear fit points: the path is the line
+  for (int i = 0; i < 4; ++i)
+    EXPECT_NEAR(keys[i], expected[i], 1) << i;
+
+  // A curved path's last key lands at its length, measured here by summing chords of a fine sampling.
+  Item curve;
+  curve.setValues({ { 0, sixValue(0, 0, 0, 0, 0, 0) },
+                    { 1, sixValue(2, 3, 0, 0, 0, 0) },
+                    { 2, sixValue(5, -1, 1, 0, 0, 0) },
+                    { 3, sixValue(8, 2, 0, 0, 0, 0) } });
+  curve.setAnimationType(Item::LocationBySpline, OdGePoint3d::kOrigin);
+  OdDbSplinePtr spline = curve.getValuesAsSpline();
+  double start = 0, end = 0, length = 0;
+  ASSERT_EQ(spline->getStartParam(start), eOk);
+  ASSERT_EQ(spline->getEndParam(end), eOk);
+  OdGePoint3d previous;
+  spline->getPointAtParam(start, previous);
+  for (int i = 1; i <= 20000; ++i) {
+    OdGePoint3d p;
+    spline->getPointAtParam(start + (end - start) * i / 20000.0, p);
+    length += p.distanceTo(previous);
+    previous = p;
+  }
+  EXPECT_TRUE(curve.recalcKFTimesByDistance(animation.get(), nullptr, 0.5));
+  EXPECT_NEAR(curve.values().lastKey(), length / 0.5 * 1000.0, 3.0);
+}
+
+TEST_F(AnimationItemRetiming, badSpeedsAndOtherTypesChangeNothing)
+{
+  kovDbAnimationPtr animation = kovDbAnimation::createObject();
+  Item item;
+  const QMap<int, QVariant> values { { 0, pointValue(0, 0, 0) }, { 10, pointValue(5, 0, 0) } };
+  item.setValues(values);
+  for (double speed : { 0.0, -1.0, kNaN, kInf, -kInf }) {
+    EXPECT_FALSE(item.recalcKFTimesByDistance(animation.get(), nullptr, speed)) << speed;
+    EXPECT_EQ(item.values(), values);
+  }
+  item.setAnimationType(Item::RotationByAngles, OdGePoint3d::kOrigin);
+  EXPECT_FALSE(item.recalcKFTimesByDistance(animation.get(), nullptr, 1.0));
+  EXPECT_EQ(item.values(), values);
+}
+
+TEST_F(AnimationItemRetiming, keyframesNearTheEndOfTimeAreNeverMergedAway)
+{
+  kovDbAnimationPtr animation = kovDbAnimation::createObject();
+  Item item;
+  const QMap<int, QVariant> values { { INT_MAX - 2, pointValue(0, 0, 0) },
+                                     { INT_MAX - 1, pointValue(1, 0, 0) },
+                                     { INT_MAX, pointValue(2, 0, 0) } };
+  item.setValues(values);
+  EXPECT_NO_THROW(item.recalcKFTimesByDistance(animation.get(), nullptr, 1.0));
+  EXPECT_EQ(item.values().size(), 3);
+  expectPointNear(item.valueAsPoint(item.values().lastKey(), OdGePoint3d::kOrigin), OdGePoint3d(2, 0, 0));
+}
+
+TEST_F(AnimationItemRetiming, needsTheAnimationOpenForWrite)
+{
+  OdDbDatabasePtr db = OdDbDatabase::createObject();
+  OdDbObjectId id;
+  {
+    OdDbBlockTableRecordPtr modelSpace = db->getModelSpaceId().safeOpenObject(OdDb::kForWrite);
+    id = modelSpace->appendOdDbEntity(kovDbAnimation::createObject());
+  }
+  Item item;
+  item.setValues({ { 0, pointValue(0, 0, 0) }, { 10, pointValue(5, 0, 0) } });
+  {
+    kovDbAnimationPtr reading = id.safeOpenObject(OdDb::kForRead);
+    EXPECT_THROW(item.recalcKFTimesByDistance(reading.get(), nullptr, 1.0), OdError);
+    EXPECT_EQ(item.values().lastKey(), 10);
+  }
+  kovDbAnimationPtr writing = id.safeOpenObject(OdDb::kForWrite);
+  EXPECT_TRUE(item.recalcKFTimesByDistance(writing.get(), nullptr, 1.0));
+  EXPECT_EQ(item.values().lastKey(), 5000);
+}
+
+} // namespace

@@ -1,0 +1,172 @@
+#include "Prop/OdPropServices.h"
+#include "Rx/OdRxDictionary.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+namespace {
+
+// A provider with a category, a bool and a combo.
+class LampProps : public OdPropBase {
+public:
+  static OdPropBasePtr create() { return OdPropBasePtr(new LampProps); }
+
+  bool getPropertyValues(OdPropContext& ctx) override
+  {
+    ctx.beginCategory(OdString(L"General"), OdString(L"General"));
+    ctx.addBool(OdString(L"On"), OdString(L"On"), m_on);
+    ctx.addCombo(OdString(L"Kind"), OdString(L"Kind"), m_kind);
+    ctx.endCategory();
+    return true;
+  }
+  bool setPropertyValue(const OdString&, const OdString&, Action&) override { return false; }
+  bool getPropertyPossibleValues(const OdString& path, OdStringArray& values, OdStringArray& iconPaths) override
+  {
+    if (path != L"General/Kind")
+      return OdPropBase::getPropertyPossibleValues(path, values, iconPaths);
+    values = { OdString(L"Spot"), OdString(L"Point") };
+    iconPaths = { OdString(), OdString() };
+    return true;
+  }
+
+private:
+  bool m_on = true;
+  OdString m_kind = OdString(L"Spot");
+};
+
+OdPropBasePtr createOtherProps()
+{
+  return OdPropBasePtr();
+}
+
+} // namespace
+
+TEST(PropContext, WritesNodesAttributesAndClosingExactly)
+{
+  OdPropContext ctx;
+  ctx.beginCategory(OdString(L"General"), OdString(L"General"));
+  ctx.addString(OdString(L"Name"), OdString(L"Name"), OdString(L"Walk through"));
+  ctx.addBool(OdString(L"Loop"), OdString(L"Loop"), false).attribute(OdString(L"ReadOnly"), true);
+  ctx.beginCategory(OdString(L"Timing"), OdString(L"Timing"));
+  ctx.addDouble(OdString(L"Duration"), OdString(L"Duration (s)"), 12.5);
+  ctx.endCategory();
+  ctx.addButton(OdString(L"Play"), OdString(L"Play"));
+  ctx.endCategory();
+  ctx.addCombo(OdString(L"Style"), OdString(L"Style"), OdString(L"Smooth"));
+
+  const OdString expected(
+      L"<Prop Name=\"General\" Type=\"category\" VisibleName=\"General\" />\r\n"
+      L"<Prop Name=\"Name\" Type=\"string\" VisibleName=\"Name\" Path=\"General\" Value=\"Walk through\" />\r\n"
+      L"<Prop Name=\"Loop\" Type=\"bool\" VisibleName=\"Loop\" Path=\"General\" Value=\"false\" ReadOnly=\"true\" />\r\n"
+      L"<Prop Name=\"Timing\" Type=\"category\" VisibleName=\"Timing\" Path=\"General\" />\r\n"
+      L"<Prop Name=\"Duration\" Type=\"double\" VisibleName=\"Duration (s)\" Path=\"General/Timing\" Value=\"12.5\" />\r\n"
+      L"<Prop Name=\"Play\" Type=\"button\" VisibleName=\"Play\" Path=\"General\" />\r\n"
+      L"<Prop Name=\"Style\" Type=\"combo\" VisibleName=\"Style\" Value=\"Smooth\" />\r\n");
+  EXPECT_EQ(ctx.text(), expected);
+}
+
+TEST(PropContext, EscapesValuesSoEveryNodeStaysOneParseableLine)
+{
+  OdPropContext ctx;
+  ctx.addString(OdString(L"Note"), OdString(L"<Note> & \"more\""), OdString(L"line 1\r\nline 2\ttab"));
+  EXPECT_EQ(ctx.text(),
+            OdString(L"<Prop Name=\"Note\" Type=\"string\" VisibleName=\"&lt;Note&gt; &amp; &quot;more&quot;\" "
+                     L"Value=\"line 1&#13;&#10;line 2&#9;tab\" />\r\n"));
+}
+
+TEST(PropContext, TextLiteralAttributeIsNotTakenForABoolean)
+{
+  OdPropContext ctx;
+  ctx.addButton(OdString(L"Go"), OdString(L"Go")).attribute(OdString(L"Description"), L"Starts it");
+  EXPECT_NE(ctx.text().find(L"Description=\"Starts it\" "), -1);
+}
+
+TEST(PropContext, DoublesReadBackExactly)
+{
+  struct Case {
+    double value;
+    const OdChar* text;
+  };
+  const Case cases[] = { { 5.0, L"5" }, { 0.1, L"0.1" }, { -2.25, L"-2.25" }, { 1e-300, L"1e-300" },
+                         { 0.30000000000000004, L"0.30000000000000004" } };
+  for (const Case& c : cases)
+    EXPECT_EQ(OdPropContext::formatDouble(c.value), OdString(c.text)) << c.value;
+}
+
+TEST(PropContext, TextBeforeAnyNodeIsEmptyAndPathsJoin)
+{
+  OdPropContext ctx;
+  EXPECT_TRUE(ctx.text().isEmpty());
+  EXPECT_EQ(OdPropContext::joinPath(OdString(), OdString(L"A")), OdString(L"A"));
+  EXPECT_EQ(OdPropContext::joinPath(OdString(L"A/B"), OdString(L"C")), OdString(L"A/B/C"));
+  ctx.beginCategory(OdString(L"A"), OdString(L"A")).beginCategory(OdString(L"B"), OdString(L"B"));
+  EXPECT_EQ(ctx.currentPath(), OdString(L"A/B"));
+}
+
+class PropServices : public ::testing::Test {
+protected:
+  void TearDown() override
+  {
+    odpropServices()->unregisterXmlProp(OdString(L"Lamp"));
+    odpropServices()->unregisterXmlProp(OdString(L"Other"));
+  }
+};
+
+TEST_F(PropServices, LivesInTheSystemRegistry)
+{
+  const OdPropServicesPtr services = odpropServices();
+  ASSERT_FALSE(services.isNull());
+  EXPECT_EQ(odrxSysRegistry()->getAt(OdString(L"OdPropServices")).get(), services.get());
+  EXPECT_EQ(odpropServices().get(), services.get());
+}
+
+TEST_F(PropServices, RegisterCreateAndUnregisterProviders)
+{
+  const OdPropServicesPtr services = odpropServices();
+  EXPECT_EQ(services->registerXmlProp(OdString(L"Lamp"), &LampProps::create), eOk);
+  EXPECT_TRUE(services->hasPropForClass(OdString(L"Lamp")));
+
+  OdPropBasePtr props = services->createPropForClass(OdString(L"Lamp"));
+  ASSERT_FALSE(props.isNull());
+  OdPropContext ctx;
+  EXPECT_TRUE(props->getPropertyValues(ctx));
+  EXPECT_NE(ctx.text().find(L"Name=\"On\" Type=\"bool\" VisibleName=\"On\" Path=\"General\" Value=\"true\" "), -1);
+
+  EXPECT_EQ(services->unregisterXmlProp(OdString(L"Lamp")), eOk);
+  EXPECT_TRUE(services->createPropForClass(OdString(L"Lamp")).isNull());
+}
+
+TEST_F(PropServices, RefusesBadRegistrations)
+{
+  const OdPropServicesPtr services = odpropServices();
+  ASSERT_EQ(services->registerXmlProp(OdString(L"Lamp"), &LampProps::create), eOk);
+  EXPECT_EQ(services->registerXmlProp(OdString(L"Lamp"), &createOtherProps), eDuplicateKey);
+  EXPECT_EQ(services->registerXmlProp(OdString(), &LampProps::create), eInvalidInput);
+  EXPECT_EQ(services->registerXmlProp(OdString(L"Other"), nullptr), eNullPtr);
+  EXPECT_EQ(services->unregisterXmlProp(OdString(L"Unknown")), eKeyNotFound);
+  EXPECT_TRUE(services->createPropForClass(OdString(L"Unknown")).isNull());
+  // The refused duplicate did not replace the first provider.
+  EXPECT_FALSE(services->createPropForClass(OdString(L"Lamp")).isNull());
+}
+
+TEST_F(PropServices, ObjectsFindTheProviderOfTheirNearestClass)
+{
+  const OdPropServicesPtr services = odpropServices();
+  EXPECT_TRUE(services->createPropForObject(services.get()).isNull());
+  ASSERT_EQ(services->registerXmlProp(OdString(L"OdRxObject"), &LampProps::create), eOk);
+  EXPECT_FALSE(services->createPropForObject(services.get()).isNull());
+  EXPECT_TRUE(services->createPropForObject(nullptr).isNull());
+  services->unregisterXmlProp(OdString(L"OdRxObject"));
+}
+
+TEST(PropBase, BaseClassHasNoCombos)
+{
+  OdPropBasePtr props = LampProps::create();
+  OdStringArray values, icons;
+  EXPECT_FALSE(props->getPropertyPossibleValues(OdString(L"General/On"), values, icons));
+  EXPECT_TRUE(values.isEmpty());
+  EXPECT_TRUE(props->getPropertyPossibleValues(OdString(L"General/Kind"), values, icons));
+  EXPECT_EQ(values.size(), icons.size());
+  EXPECT_TRUE(props->objectId().isNull());
+}
