@@ -5,8 +5,12 @@
 #include <QVariantList>
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
+
+// Highest degree whose basis the cache evaluates itself.
+const int kMaxDegree = 7;
 
 bool asList(const QVariant& value, QVariantList& list)
 {
@@ -108,6 +112,87 @@ void kovAnimationItemCache::buildPath(const QMap<int, QVariant>& values)
   m_hasParam.resize(points.size());
   for (size_t i = 0; i < points.size(); ++i)
     m_hasParam[i] = m_path.getParamAtPoint(points[i], m_params[i]) == eOk ? 1 : 0;
+  takeBasis();
+}
+
+void kovAnimationItemCache::takeBasis()
+{
+  const int poles = m_path.numControlPoints();
+  const int degree = m_path.degree();
+  if (poles < 2 || degree < 1 || degree > kMaxDegree || m_path.numKnots() != poles + degree + 1)
+    return;
+  m_degree = degree;
+  m_poles.resize(static_cast<size_t>(poles));
+  m_knots.resize(static_cast<size_t>(m_path.numKnots()));
+  bool ok = true;
+  for (int i = 0; i < poles; ++i)
+    ok = ok && m_path.getControlPointAt(i, m_poles[static_cast<size_t>(i)]) == eOk;
+  for (int i = 0; i < m_path.numKnots(); ++i)
+    ok = ok && m_path.knotAt(i, m_knots[static_cast<size_t>(i)]) == eOk;
+  // The basis must reproduce the curve, else the curve answers itself.
+  double start = 0.0, end = 0.0;
+  ok = ok && m_path.getStartParam(start) == eOk && m_path.getEndParam(end) == eOk;
+  for (int i = 0; ok && i <= 2; ++i) {
+    const double u = start + (end - start) * 0.5 * i;
+    OdGePoint3d expected, point;
+    OdGeVector3d deriv;
+    ok = m_path.getPointAtParam(u, expected) == eOk;
+    if (ok)
+      deBoor(u, point, deriv);
+    ok = ok && point.isEqualTo(expected);
+  }
+  if (!ok) {
+    m_degree = 0;
+    m_poles.clear();
+    m_knots.clear();
+  }
+}
+
+// De Boor's triangle in the span of param. The difference of the two points
+// left before its last step, scaled by degree over the span, is the derivative.
+void kovAnimationItemCache::deBoor(double param, OdGePoint3d& point, OdGeVector3d& deriv) const
+{
+  const int p = m_degree;
+  const int n = static_cast<int>(m_poles.size()) - 1;
+  const double* t = m_knots.data();
+  const double u = std::min(std::max(param, t[p]), t[n + 1]);
+  const int k = static_cast<int>(std::upper_bound(t + p + 1, t + n + 1, u) - t) - 1;
+  OdGePoint3d d[kMaxDegree + 1];
+  for (int j = 0; j <= p; ++j)
+    d[j] = m_poles[static_cast<size_t>(j + k - p)];
+  OdGeVector3d lastStep;
+  for (int r = 1; r <= p; ++r) {
+    if (r == p)
+      lastStep = d[p] - d[p - 1];
+    for (int j = p; j >= r; --j) {
+      const double alpha = (u - t[j + k - p]) / (t[j + 1 + k - r] - t[j + k - p]);
+      d[j] = d[j - 1] + (d[j] - d[j - 1]) * alpha;
+    }
+  }
+  point = d[p];
+  deriv = lastStep * (p / (t[k + 1] - t[k]));
+}
+
+bool kovAnimationItemCache::pathPoint(double param, OdGePoint3d& point) const
+{
+  if (!m_pathValid || !std::isfinite(param))
+    return false;
+  if (!m_degree)
+    return m_path.getPointAtParam(param, point) == eOk;
+  OdGeVector3d deriv;
+  deBoor(param, point, deriv);
+  return true;
+}
+
+bool kovAnimationItemCache::pathFirstDeriv(double param, OdGeVector3d& deriv) const
+{
+  if (!m_pathValid || !std::isfinite(param))
+    return false;
+  if (!m_degree)
+    return m_path.getFirstDeriv(param, deriv) == eOk;
+  OdGePoint3d point;
+  deBoor(param, point, deriv);
+  return true;
 }
 
 bool kovAnimationItemCache::finishBracket(int ms, int firstKey, int lastKey, int prevTime, int nextTime,

@@ -38,6 +38,10 @@ public:
   // curve can be built.
   const OdGeNurbCurve3d* path() const { return m_pathValid ? &m_path : nullptr; }
   bool pathParam(int index, double& param) const;
+  // The point of the path at param, and its first derivative; false where
+  // the path has none (no path, a path that is a single point).
+  bool pathPoint(double param, OdGePoint3d& point) const;
+  bool pathFirstDeriv(double param, OdGeVector3d& deriv) const;
 
   // The bracket of keyframes around ms, as kovAnimationItem::findKeyFrame
   // documents it, found by binary search.
@@ -57,6 +61,8 @@ public:
 
 private:
   void buildPath(const QMap<int, QVariant>& values);
+  void takeBasis();
+  void deBoor(double param, OdGePoint3d& point, OdGeVector3d& deriv) const;
 
   std::vector<int> m_keys;
   std::vector<OdGePoint3d> m_points;
@@ -70,6 +76,13 @@ private:
   OdGeNurbCurve3d m_path;
   std::vector<double> m_params;
   std::vector<char> m_hasParam;
+
+  // The path's B-spline (clamped knots and control points), evaluated here:
+  // a curve query costs several times a whole track evaluation. Empty when
+  // the curve does not offer one that reproduces it.
+  int m_degree = 0;
+  std::vector<double> m_knots;
+  std::vector<OdGePoint3d> m_poles;
 };
 
 #endif

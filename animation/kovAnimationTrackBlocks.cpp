@@ -51,6 +51,16 @@ void kovAnimationTrack::regenerateBlock(OdDbDatabase* db, bool force)
   const OdDbObjectId definition = subjectBlock(db, *this, kind);
   if (definition.isNull())
     return;
+  {
+    // A reference that shows this very block is replaced on its own:
+    // destroyBlock would erase the block with it.
+    OdDbObjectPtr previous = m_blockId.openObject(OdDb::kForWrite);
+    OdDbBlockReferencePtr reference = OdDbBlockReference::cast(previous.get());
+    if (!reference.isNull() && reference->blockTableRecord() == definition) {
+      reference->erase();
+      m_blockId.setNull();
+    }
+  }
   destroyBlock();
 
   kovDbTempBlockReferencePtr reference = kovDbTempBlockReference::createObject();

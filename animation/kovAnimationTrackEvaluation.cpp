@@ -181,16 +181,15 @@ OdGeMatrix3d kovAnimationTrack::computeTranslationAtMillisecond(int ms) const
       prev = next;
     const OdGePoint3d& p0 = keys.point(prev);
     const OdGePoint3d& p1 = keys.point(next);
-    const OdGeNurbCurve3d* path = keys.path();
     double u0 = 0.0, u1 = 0.0;
     OdGePoint3d point;
-    bool onPath = path && keys.pathParam(prev, u0) && keys.pathParam(next, u1);
+    bool onPath = keys.pathParam(prev, u0) && keys.pathParam(next, u1);
     const double u = (1.0 - b.fraction) * u0 + b.fraction * u1;
-    onPath = onPath && path->getPointAtParam(u, point) == eOk;
+    onPath = onPath && keys.pathPoint(u, point);
     if (!onPath)
       point = average(p0, p1);
     OdGeVector3d derivative;
-    if (item.faceDirection() && onPath && path->getFirstDeriv(u, derivative) == eOk) {
+    if (item.faceDirection() && onPath && keys.pathFirstDeriv(u, derivative)) {
       const OdGeVector3d d = derivative.normal();
       const OdGeVector3d y = d.perpVector().normal();
       const OdGeVector3d z = d.crossProduct(y).normal();
@@ -205,6 +204,10 @@ OdGeMatrix3d kovAnimationTrack::computeTranslationAtMillisecond(int ms) const
 
 OdGeMatrix3d kovAnimationTrack::computeSunPositionAtMillisecond(int ms) const
 {
+  // Reading the clock costs more than a whole transformation of any other
+  // track: only the environment needs it.
+  if (trackTypeIdentifier() != QLatin1String("Environment"))
+    return OdGeMatrix3d::kIdentity;
   return computeSunPositionAtMillisecond(ms, QDateTime::currentDateTime());
 }
 

@@ -51,17 +51,17 @@ const OdUInt64 kMinKeyframeBytes = 8;
 // A string takes at least its length.
 const OdUInt64 kMinStringBytes = 4;
 
-OdError damaged(const kovAnimationTrack& track, const QString& what)
+// The reader adds the track's name to every error (see dwgInFields).
+OdError damaged(const QString& what)
 {
-  return OdError(eDwgObjectImproperlyRead,
-                 odFromQString(QStringLiteral("Animation track \"%1\": %2").arg(track.trackName(), what)));
+  return OdError(eDwgObjectImproperlyRead, odFromQString(what));
 }
 
-OdInt32 readCount(OdDbDwgFiler* filer, OdUInt64 minBytesEach, const kovAnimationTrack& track, const char* what)
+OdInt32 readCount(OdDbDwgFiler* filer, OdUInt64 minBytesEach, const char* what)
 {
   const OdInt32 count = filer->rdInt32();
   if (count < 0 || static_cast<OdUInt64>(count) * minBytesEach > filer->bytesLeft())
-    throw damaged(track, QStringLiteral("impossible %1 count %2").arg(QLatin1String(what)).arg(count));
+    throw damaged(QStringLiteral("impossible %1 count %2").arg(QLatin1String(what)).arg(count));
   return count;
 }
 
@@ -139,7 +139,7 @@ void kovAnimationTrack::dwgOutFields(OdDbDwgFiler* filer) const
 }
 
 OdResult kovAnimationTrack::dwgInFields(OdDbDwgFiler* filer)
-{
+try {
   const OdInt32 version = filer->rdInt32();
   m_trackName = odToQString(filer->rdString());
   m_trackDescription = odToQString(filer->rdString());
@@ -147,7 +147,7 @@ OdResult kovAnimationTrack::dwgInFields(OdDbDwgFiler* filer)
   m_entityUniqueName = odToQString(filer->rdString());
   m_startMillisecond = filer->rdInt32();
 
-  resizeAnimationElements(readCount(filer, kMinItemBytes, *this, "sub-track"));
+  resizeAnimationElements(readCount(filer, kMinItemBytes, "sub-track"));
   for (kovAnimationItem& item : m_animationElements) {
     item.m_paramsType = static_cast<kovAnimationItem::ParameterType>(filer->rdInt32());
     item.m_animationType = static_cast<kovAnimationItem::AnimationType>(filer->rdInt32());
@@ -162,20 +162,20 @@ OdResult kovAnimationTrack::dwgInFields(OdDbDwgFiler* filer)
       item.m_maxValue = filer->rdDouble();
       item.m_decimals = filer->rdInt32();
       item.m_valueList.clear();
-      const OdInt32 entries = readCount(filer, kMinStringBytes, *this, "value list");
+      const OdInt32 entries = readCount(filer, kMinStringBytes, "value list");
       for (OdInt32 i = 0; i < entries; ++i)
         item.m_valueList.append(odToQString(filer->rdString()));
     }
-    const OdInt32 keyframes = readCount(filer, kMinKeyframeBytes, *this, "keyframe");
+    const OdInt32 keyframes = readCount(filer, kMinKeyframeBytes, "keyframe");
     QMap<int, QVariant> values;
     for (OdInt32 i = 0; i < keyframes; ++i) {
       const OdInt32 key = filer->rdInt32();
-      const OdInt32 size = readCount(filer, 1, *this, "keyframe byte");
+      const OdInt32 size = readCount(filer, 1, "keyframe byte");
       QByteArray bytes(size, Qt::Uninitialized);
       filer->rdBytes(bytes.data(), static_cast<OdUInt32>(size));
       QVariant value;
       if (!kovKeyframeCodec::decode(bytes, value))
-        throw damaged(*this, QStringLiteral("the keyframe value at %1 ms is damaged").arg(key));
+        throw damaged(QStringLiteral("the keyframe value at %1 ms is damaged").arg(key));
       values.insert(key, value);
     }
     item.m_values = values;
@@ -222,4 +222,9 @@ OdResult kovAnimationTrack::dwgInFields(OdDbDwgFiler* filer)
     }
   }
   return filer->filerStatus();
+} catch (const OdError& error) {
+  // The filer and the class registry know nothing of tracks: say which one
+  // could not be read (the name, once it was read).
+  throw OdError(error.code(),
+                odFromQString(QStringLiteral("Animation track \"%1\": ").arg(m_trackName)) + error.description());
 }

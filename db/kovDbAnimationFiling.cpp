@@ -35,8 +35,9 @@ const OdInt32 kFormatVersion = 113;
 // The smallest track: version, three strings, a handle, start, item count,
 // template name and block flag.
 const OdUInt64 kMinTrackBytes = 32;
-// The smallest cut: ten integers, a string, two flags and a handle.
-const OdUInt64 kMinCutBytes = 48;
+// The smallest cut, as version 107 filed it: nine integers, a flag and a
+// handle (no name, path-tracing flag or iterations yet).
+const OdUInt64 kMinCutBytes = 45;
 
 OdInt32 wholeFrameRate(double rate)
 {
@@ -45,13 +46,13 @@ OdInt32 wholeFrameRate(double rate)
   return static_cast<OdInt32>(std::fmax(std::fmin(rate, INT_MAX), INT_MIN));
 }
 
-OdInt32 readCount(OdDbDwgFiler* filer, OdUInt64 minBytesEach, const QString& animation, const char* what)
+// The reader adds the animation's name to every error (see dwgInFields).
+OdInt32 readCount(OdDbDwgFiler* filer, OdUInt64 minBytesEach, const char* what)
 {
   const OdInt32 count = filer->rdInt32();
   if (count < 0 || static_cast<OdUInt64>(count) * minBytesEach > filer->bytesLeft())
-    throw OdError(eDwgObjectImproperlyRead, odFromQString(QStringLiteral("Animation \"%1\": impossible %2 count %3")
-                                                              .arg(animation, QLatin1String(what))
-                                                              .arg(count)));
+    throw OdError(eDwgObjectImproperlyRead,
+                  odFromQString(QStringLiteral("impossible %1 count %2").arg(QLatin1String(what)).arg(count)));
   return count;
 }
 
@@ -93,7 +94,7 @@ void kovDbAnimation::dwgOutFields(OdDbDwgFiler* filer) const
 }
 
 OdResult kovDbAnimation::dwgInFields(OdDbDwgFiler* filer)
-{
+try {
   assertWriteEnabled();
   const OdResult res = OdDbEntity::dwgInFields(filer);
   if (res != eOk)
@@ -105,18 +106,20 @@ OdResult kovDbAnimation::dwgInFields(OdDbDwgFiler* filer)
   m_selectedElementIndex = filer->rdInt32();
   m_currentPositionMs = filer->rdInt32();
 
-  const OdInt32 trackCount = readCount(filer, kMinTrackBytes, m_name, "track");
-  m_tracks.clear();
-  m_tracks.resize(static_cast<size_t>(trackCount));
-  for (kovAnimationTrackPtr& slot : m_tracks) {
+  const OdInt32 trackCount = readCount(filer, kMinTrackBytes, "track");
+  // The tracks replace the entity's only when all of them could be read, so
+  // that a failed read leaves no empty slot behind.
+  std::vector<kovAnimationTrackPtr> tracks(static_cast<size_t>(trackCount));
+  for (kovAnimationTrackPtr& slot : tracks) {
     slot = kovAnimationTrackPtr(new kovAnimationTrack);
     const OdResult trackRes = slot->dwgInFields(filer);
     if (trackRes != eOk)
       return trackRes;
   }
+  m_tracks.swap(tracks);
 
   if (version >= 107) {
-    const OdInt32 cutCount = readCount(filer, kMinCutBytes, m_name, "camera cut");
+    const OdInt32 cutCount = readCount(filer, kMinCutBytes, "camera cut");
     m_cuts.clear();
     OdDbDatabase* db = filer->database();
     for (OdInt32 i = 0; i < cutCount; ++i) {
@@ -152,4 +155,6 @@ OdResult kovDbAnimation::dwgInFields(OdDbDwgFiler* filer)
   for (const kovAnimationTrackPtr& track : m_tracks)
     connetTrackSignals(track.get());
   return filer->filerStatus();
+} catch (const OdError& error) {
+  throw OdError(error.code(), odFromQString(QStringLiteral("Animation \"%1\": ").arg(m_name)) + error.description());
 }

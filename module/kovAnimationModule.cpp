@@ -1,25 +1,134 @@
 #include "module/kovAnimationModule.h"
 
+#include "db/AnimationGripAppData.h"
+#include "db/kovDbAnimation.h"
+#include "db/kovDbTempBlockReference.h"
+#include "editor/kovAnimationEditorWidget.h"
+#include "host/api/IkovApplication.h"
+
+#include "Db/OdDbEntity.h"
+#include "Ed/OdEdCommandStack.h"
+#include "Rx/OdRxDynamicLinker.h"
+
+#include <QApplication>
+#include <QDockWidget>
+#include <QLayout>
+#include <QMainWindow>
+#include <QThread>
+
+namespace {
+
+kovAnimationModule* g_instance = nullptr;
+const OdChar* const kDbModule = L"TD_Db.dll";
+const OdChar* const kGroup = L"kovAnimation";
+const char* const kDockName = "animation_editor";
+
+} // namespace
+
 kovAnimationModule::kovAnimationModule()
 {
-  instance() = this;
+  g_instance = this;
 }
 
 kovAnimationModule::~kovAnimationModule()
 {
-  instance() = nullptr;
+  g_instance = nullptr;
+}
+
+kovAnimationModule* kovAnimationModule::instance()
+{
+  return g_instance;
+}
+
+OdDbObjectId& kovAnimationModule::globalEditingAnimationId()
+{
+  static OdDbObjectId id;
+  return id;
+}
+
+bool& kovAnimationModule::isPlaying()
+{
+  static bool playing = false;
+  return playing;
+}
+
+bool& kovAnimationModule::isProducing()
+{
+  static bool producing = false;
+  return producing;
 }
 
 void kovAnimationModule::initApp()
 {
+  if (!OdDbEntity::desc())
+    throw OdError(eNotInitializedYet, OdString(L"The database classes are not registered: start the database first"));
+  m_dbModule = odrxDynamicLinker()->loadModule(OdString(kDbModule), false);
+
+  kovDbTempBlockReference::rxInit();
+  kovDbAnimation::rxInit();
+  AnimationGripAppData::rxInit();
+  kovDbAnimation::initializeGlobalObjects();
+
+  OdEdCommandStackPtr commands = odedRegCmds();
+  commands->addCommand(&m_animationeditor);
+  commands->addCommand(&m_createanimation);
+  commands->addCommand(&m_createcameraanimation);
+  commands->addCommand(&m_dumpblockcontent);
+  commands->addCommand(&m_animationcreate);
+  commands->addCommand(&m_animationcameracreate);
+
+  createAnimationEditor();
 }
 
 void kovAnimationModule::uninitApp()
 {
+  OdEdCommandStackPtr commands = odedRegCmds();
+  const OdString group(kGroup);
+  for (const OdEdCommand* command : { static_cast<const OdEdCommand*>(&m_animationeditor),
+                                      static_cast<const OdEdCommand*>(&m_createanimation),
+                                      static_cast<const OdEdCommand*>(&m_createcameraanimation),
+                                      static_cast<const OdEdCommand*>(&m_dumpblockcontent),
+                                      static_cast<const OdEdCommand*>(&m_animationcreate),
+                                      static_cast<const OdEdCommand*>(&m_animationcameracreate) })
+    commands->removeCmd(group, command->globalName());
+
+  m_dbModule = nullptr;
+  odrxDynamicLinker()->unloadModule(OdString(kDbModule));
+  kovDbAnimation::uninitializeGlobalObjects();
+
+  AnimationGripAppData::rxUninit();
+  kovDbAnimation::rxUninit();
+  kovDbTempBlockReference::rxUninit();
 }
 
-kovAnimationModule*& kovAnimationModule::instance()
+QDockWidget* kovAnimationModule::dockWidget()
 {
-  static kovAnimationModule* module = nullptr;
-  return module;
+  if (!m_dockWidget)
+    createAnimationEditor();
+  return m_dockWidget;
+}
+
+void kovAnimationModule::createAnimationEditor()
+{
+  IkovApplication* app = kovApp();
+  QMainWindow* mainWindow = app ? app->mainWindow() : nullptr;
+  // Without a main window (a headless host) there is nowhere to dock.
+  if (!mainWindow || !qobject_cast<QApplication*>(QCoreApplication::instance()))
+    return;
+
+  auto* dock = new QDockWidget(QCoreApplication::translate("kovAnimationModule", "Animation Editor"), mainWindow);
+  dock->setAttribute(Qt::WA_DeleteOnClose, false);
+  dock->setObjectName(QStringLiteral("AnimationEditor"));
+  dock->setAllowedAreas(Qt::AllDockWidgetAreas);
+  dock->setFeatures(QDockWidget::DockWidgetClosable | QDockWidget::DockWidgetMovable
+                    | QDockWidget::DockWidgetFloatable);
+  auto* editor = new kovAnimationEditorWidget(dock);
+  dock->setWidget(editor);
+  app->registerDockWidget(QLatin1String(kDockName), dock);
+  if (QThread::currentThread() != mainWindow->thread())
+    dock->moveToThread(mainWindow->thread());
+  app->showDockWidget(QLatin1String(kDockName), Qt::BottomDockWidgetArea, QSize(500, 250));
+  if (mainWindow->layout())
+    mainWindow->layout()->activate();
+  m_dockWidget = dock;
 }

@@ -1,9 +1,16 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds everything and runs the main job: the host
-# in headless mode.
+# in headless mode creates camera animations, saves the drawing, opens it
+# again and lists what it holds.
 set -euo pipefail
 root="$(cd "$(dirname "$0")/.." && pwd)"
 bash "$root/scripts/install-deps.sh"
 bash "$root/scripts/build.sh" "$root/build"
 export QT_QPA_PLATFORM=offscreen
-"$root/build/bin/kovhost" --headless "$@"
+export XDG_RUNTIME_DIR="${XDG_RUNTIME_DIR:-$(mktemp -d)}"
+out="$root/out"
+mkdir -p "$out"
+host="$root/build/bin/kovhost"
+"$host" --headless --settings "$out/kovhost.ini" --script "$root/scripts/demo.kovs" -c "save $out/demo.kdw"
+echo "== opening $out/demo.kdw again =="
+"$host" --headless --settings "$out/kovhost.ini" "$out/demo.kdw" -c list

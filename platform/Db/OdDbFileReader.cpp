@@ -52,15 +52,18 @@ public:
     std::vector<Record> records = readRecordHeaders(db.get(), body);
     for (Record& record : records)
       record.object->setOwnerId(db->getOdDbObjectId(record.ownerHandle));
+    // The roots are set before any object reads its fields: an object may add
+    // to model space while it is read (an animation from an older drawing
+    // makes the block references it used to leave implicit).
+    db->m_blockTableId = root(db.get(), blockTable, OdDbBlockTable::desc(), L"block table");
+    db->m_viewTableId = root(db.get(), viewTable, OdDbViewTable::desc(), L"view table");
+    db->m_modelSpaceId = root(db.get(), modelSpace, OdDbBlockTableRecord::desc(), L"model space");
     for (const Record& record : records)
       readFields(db.get(), body, record);
 
     if (handseed > db->m_handseed)
       db->m_handseed = handseed;
     db->setCurrentColorIndex(static_cast<OdUInt16>(colorIndex));
-    db->m_blockTableId = root(db.get(), blockTable, OdDbBlockTable::desc(), L"block table");
-    db->m_viewTableId = root(db.get(), viewTable, OdDbViewTable::desc(), L"view table");
-    db->m_modelSpaceId = root(db.get(), modelSpace, OdDbBlockTableRecord::desc(), L"model space");
     return db;
   }
 
@@ -110,15 +113,17 @@ private:
       const OdDbHandle handle = body.rdDbHandle();
       const OdDbHandle ownerHandle = body.rdDbHandle();
       const OdUInt32 length = static_cast<OdUInt32>(body.rdInt32());
-      const OdString which = OdString(L"object ") + number(i) + L" (handle " + handle.ascii() + L", class "
-                             + className + L")";
+      // Messages are built only when they are needed: loading stays cheap.
+      const auto which = [&] {
+        return OdString(L"object ") + number(i) + L" (handle " + handle.ascii() + L", class " + className + L")";
+      };
       if (length > body.bytesLeft())
-        throw OdError(eEndOfFile, which + L" claims " + number(length) + L" bytes, more than the "
+        throw OdError(eEndOfFile, which() + L" claims " + number(length) + L" bytes, more than the "
                                       + number(body.bytesLeft()) + L" left");
       if (handle.isNull())
-        throw OdError(eBadDwgFile, which + L" has a null handle");
+        throw OdError(eBadDwgFile, which() + L" has a null handle");
       if (db->getOdDbObjectId(handle).objectClass())
-        throw OdError(eBadDwgFile, which + L" has the handle of an object before it");
+        throw OdError(eBadDwgFile, which() + L" has the handle of an object before it");
       OdDbObjectPtr object = create(className, which);
       db->addOdDbObject(object.get(), OdDbObjectId::kNull, handle);
       records.push_back(Record { object, body.tell(), length, ownerHandle });
@@ -130,38 +135,41 @@ private:
     return records;
   }
 
-  OdDbObjectPtr create(const OdString& className, const OdString& which)
+  template <class Which>
+  OdDbObjectPtr create(const OdString& className, const Which& which)
   {
     if (className != m_lastClassName) {
       m_lastClass = OdRxClass::cast(odrxClassDictionary()->getAt(className).get()).get();
       m_lastClassName = className;
     }
     if (!m_lastClass)
-      throw OdError(eBadDwgFile, which + L": the class is unknown (is the module that defines it loaded?)");
+      throw OdError(eBadDwgFile, which() + L": the class is unknown (is the module that defines it loaded?)");
     if (!m_lastClass->isDerivedFrom(OdDbObject::desc()))
-      throw OdError(eBadDwgFile, which + L": the class is not a database object class");
+      throw OdError(eBadDwgFile, which() + L": the class is not a database object class");
     OdDbObjectPtr object = OdDbObject::cast(m_lastClass->create().get());
     if (object.isNull())
-      throw OdError(eBadDwgFile, which + L": the class can't be created (abstract)");
+      throw OdError(eBadDwgFile, which() + L": the class can't be created (abstract)");
     return object;
   }
 
   static void readFields(OdDbDatabase* db, const OdDbMemoryFiler& body, const Record& record)
   {
     OdDbObject* object = record.object.get();
-    const OdString which = OdString(L"object ") + object->handle().ascii() + L" (" + object->isA()->name() + L")";
+    const auto which = [&] {
+      return OdString(L"object ") + object->handle().ascii() + L" (" + object->isA()->name() + L")";
+    };
     OdDbMemoryFiler fields(db, OdDb::kFileFiler);
     fields.setExternalBuffer(body.data() + record.offset, record.length);
     OdResult res = eOk;
     try {
       res = object->dwgInFields(&fields);
     } catch (const OdError& error) {
-      throw OdError(error.code(), which + L": " + error.description());
+      throw OdError(error.code(), which() + L": " + error.description());
     }
     if (res != eOk)
-      throw OdError(eDwgObjectImproperlyRead, which + L" holds invalid data (" + odResultDescription(res) + L")");
+      throw OdError(eDwgObjectImproperlyRead, which() + L" holds invalid data (" + odResultDescription(res) + L")");
     if (fields.bytesLeft() != 0)
-      throw OdError(eDwgObjectImproperlyRead, which + L" read " + number(fields.tell()) + L" of its "
+      throw OdError(eDwgObjectImproperlyRead, which() + L" read " + number(fields.tell()) + L" of its "
                                                   + number(record.length) + L" bytes");
   }
 

@@ -1,7 +1,7 @@
 #include "Ed/OdDbCommandContext.h"
 
 #include "Db/OdDbDatabase.h"
-#include "Ed/OdRxSelfRegistering.h"
+#include "Rx/OdRxSelfRegistering.h"
 
 ODRX_SELF_REGISTERING_MEMBERS(OdDbCommandContext, OdEdCommandContext, RXIMPL_CONSTR)
 

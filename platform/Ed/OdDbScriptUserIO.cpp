@@ -2,7 +2,7 @@
 
 #include "Db/OdDbDatabase.h"
 #include "Ed/OdEdCancel.h"
-#include "Ed/OdRxSelfRegistering.h"
+#include "Rx/OdRxSelfRegistering.h"
 
 ODRX_SELF_REGISTERING_MEMBERS(OdDbScriptUserIO, OdDbUserIO, RXIMPL_CONSTR)
 

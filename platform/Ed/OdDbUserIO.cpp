@@ -1,5 +1,5 @@
 #include "Ed/OdDbUserIO.h"
 
-#include "Ed/OdRxSelfRegistering.h"
+#include "Rx/OdRxSelfRegistering.h"
 
 ODRX_SELF_REGISTERING_MEMBERS(OdDbUserIO, OdEdBaseUserIO, ODRX_NULL_CONSTR)

@@ -4,7 +4,7 @@
 #include "Ed/OdEdKeyword.h"
 #include "Ed/OdEdKeywordList.h"
 #include "Ed/OdEdPointTracker.h"
-#include "Ed/OdRxSelfRegistering.h"
+#include "Rx/OdRxSelfRegistering.h"
 
 #include <charconv>
 #include <cmath>

@@ -1,6 +1,6 @@
 #include "Ed/OdEdCommand.h"
 
-#include "Ed/OdRxSelfRegistering.h"
+#include "Rx/OdRxSelfRegistering.h"
 
 ODRX_SELF_REGISTERING_MEMBERS(OdEdCommand, OdRxObject, ODRX_NULL_CONSTR)
 

@@ -1,6 +1,6 @@
 #include "Ed/OdEdCommandContext.h"
 
-#include "Ed/OdRxSelfRegistering.h"
+#include "Rx/OdRxSelfRegistering.h"
 
 ODRX_SELF_REGISTERING_MEMBERS(OdEdCommandContext, OdRxObject, RXIMPL_CONSTR)
 

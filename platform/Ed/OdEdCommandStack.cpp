@@ -1,6 +1,6 @@
 #include "Ed/OdEdCommandStack.h"
 
-#include "Ed/OdRxSelfRegistering.h"
+#include "Rx/OdRxSelfRegistering.h"
 #include "Rx/OdRxDictionary.h"
 
 #include <algorithm>

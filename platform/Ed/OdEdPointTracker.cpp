@@ -1,5 +1,5 @@
 #include "Ed/OdEdPointTracker.h"
 
-#include "Ed/OdRxSelfRegistering.h"
+#include "Rx/OdRxSelfRegistering.h"
 
 ODRX_SELF_REGISTERING_MEMBERS(OdEdPointTracker, OdRxObject, ODRX_NULL_CONSTR)

@@ -1,5 +1,5 @@
 #include "Ed/OdEdUserIO.h"
 
-#include "Ed/OdRxSelfRegistering.h"
+#include "Rx/OdRxSelfRegistering.h"
 
 ODRX_SELF_REGISTERING_MEMBERS(OdEdUserIO, OdRxObject, ODRX_NULL_CONSTR)

@@ -122,7 +122,7 @@ struct Built {
 
 struct FitData {
   OdGePoint3dArray points;
-  OdGeVector3dArray pointTangents; // empty, or one per point (ends unused)
+  OdGeVector3dArray pointTangents; // empty, or one per point (its ends are start and end)
   OdGeVector3d start;
   OdGeVector3d end;
   int degree = 3;
@@ -141,6 +141,32 @@ struct FitData {
     return pointTangents.isEmpty() ? OdGeVector3d() : pointTangents[i];
   }
 };
+
+OdResult checkFitInput(const OdGePoint3dArray& points, int degree, double fitTolerance, int knotParam)
+{
+  if (degree != 1 && degree != 3)
+    return eInvalidInput;
+  if (!std::isfinite(fitTolerance) || fitTolerance < 0.0)
+    return eInvalidInput;
+  if (knotParam < OdGeNurbCurve3d::kChord || knotParam > OdGeNurbCurve3d::kUniform)
+    return eInvalidInput;
+  for (const OdGePoint3d& p : points) {
+    if (!isFinite(p))
+      return eInvalidInput;
+  }
+  return eOk;
+}
+
+bool validIndex(int index, unsigned size) { return index >= 0 && static_cast<unsigned>(index) < size; }
+
+// With per-point tangents the start and end tangents are those of the end points.
+void syncEndTangents(FitData& d)
+{
+  if (d.pointTangents.isEmpty())
+    return;
+  d.start = d.pointTangents.first();
+  d.end = d.pointTangents.last();
+}
 
 // ---------------------------------------------------------------------------
 // Building the B-spline
@@ -440,36 +466,6 @@ OdGeNurbCurve3d& OdGeNurbCurve3d::operator=(const OdGeNurbCurve3d& other)
     m_impl.reset(new Impl(*other.m_impl));
   return *this;
 }
-
-namespace {
-
-OdResult checkFitInput(const OdGePoint3dArray& points, int degree, double fitTolerance, int knotParam)
-{
-  if (degree != 1 && degree != 3)
-    return eInvalidInput;
-  if (!std::isfinite(fitTolerance) || fitTolerance < 0.0)
-    return eInvalidInput;
-  if (knotParam < OdGeNurbCurve3d::kChord || knotParam > OdGeNurbCurve3d::kUniform)
-    return eInvalidInput;
-  for (const OdGePoint3d& p : points) {
-    if (!isFinite(p))
-      return eInvalidInput;
-  }
-  return eOk;
-}
-
-bool validIndex(int index, unsigned size) { return index >= 0 && static_cast<unsigned>(index) < size; }
-
-// With per-point tangents the start and end tangents are those of the end points.
-void syncEndTangents(FitData& d)
-{
-  if (d.pointTangents.isEmpty())
-    return;
-  d.start = d.pointTangents.first();
-  d.end = d.pointTangents.last();
-}
-
-} // namespace
 
 // --- fit data ---------------------------------------------------------------
 

@@ -15,31 +15,38 @@ class OdGeMatrix3d;
 // queries never rebuild. Const members may be called from several threads at
 // once; a non-const member needs exclusive access, as with any value.
 //
-// Parameters: the fit points get strictly increasing parameters, starting at 0
-// and growing by the chord length between consecutive fit points (kChord), its
+// Parameters: the fit points get increasing parameters, starting at 0 and
+// growing by the chord length between consecutive fit points (kChord), its
 // square root (kSqrtChord) or 1 (kUniform); a closed curve adds the step from
-// the last fit point back to the first. The curve runs from 0 to the sum.
+// the last fit point back to the first. The curve runs from 0 to the sum, and
+// getFitPointParam() gives each fit point's parameter.
 //
 // Shape: degree 3 interpolates with continuous curvature, except at fit points
-// that carry a tangent; degree 1 is the polyline through the fit points (and
-// ignores tangents). Two distinct fit points give a straight segment unless a
-// tangent is given; three without tangents give a parabola. A zero tangent
-// leaves that point free; a tangent fixes the direction of the first
-// derivative there, its length does not matter. The curve passes through every
-// fit point exactly: fitTolerance is kept with the fit data but not used to
-// approximate.
+// that carry a tangent (continuous tangent there); degree 1 is the polyline
+// through the fit points and ignores tangents. Two distinct fit points give a
+// straight segment unless a tangent is given; three without tangents give a
+// parabola. A zero tangent leaves that point free; a tangent fixes the
+// direction of the first derivative there, its length does not matter. The
+// curve passes through every fit point exactly: fitTolerance is kept with the
+// fit data but does not relax the interpolation.
+//
+// Tangents: given per fit point, a tangent stays with its point when points
+// are inserted or removed; given as start and end tangents, they stay with the
+// curve's ends.
 //
 // Degenerate data: no fit points fails every query with eDegenerateGeometry.
 // A consecutive fit point equal to its predecessor (within gTol.equalPoint) is
-// not interpolated again; it shares its predecessor's parameter. When all fit
+// not interpolated again and shares its predecessor's parameter. When all fit
 // points coincide the curve is that single point: parameter 0 only, length 0,
-// no derivatives (eDegenerateGeometry), no control points. Setters reject
-// non-finite coordinates with eInvalidInput and keep the previous data.
+// no derivatives (eDegenerateGeometry), no control points, not closed. Setters
+// reject non-finite input with eInvalidInput and keep the previous data.
 //
 // Closing: setClosed(true) makes a periodic interpolation through the fit
-// points, joined at the first fit point with a continuous tangent (the start
-// tangent, when given, fixes it; the end tangent is ignored). A last fit point
-// equal to the first is the join itself. Fewer than three distinct fit points
+// points, joined at the first fit point with a continuous tangent: the start
+// tangent when given, else the direction of the parabola through the first
+// fit point and its two neighbours. The end tangent applies at the last fit
+// point. A last fit point equal to the first is the join itself (its
+// parameter is the end of the period). Fewer than three distinct fit points
 // cannot close: such a curve stays open.
 class OdGeNurbCurve3d {
 public:
@@ -52,7 +59,8 @@ public:
 
   // Replaces the fit data. degree is 1 or 3; fitTolerance is >= 0; a zero
   // tangent leaves that end free. Keeps the closed flag. eInvalidInput (and
-  // nothing changed) on a bad degree, tolerance or non-finite input.
+  // nothing changed) on a bad degree, tolerance, parameterization or
+  // non-finite input.
   OdResult setFitData(const OdGePoint3dArray& fitPoints, int degree, double fitTolerance,
                       const OdGeVector3d& startTangent, const OdGeVector3d& endTangent);
   OdResult setFitData(const OdGePoint3dArray& fitPoints, int degree, double fitTolerance,
@@ -71,7 +79,7 @@ public:
   int numFitPoints() const;
   OdResult getFitPointAt(int index, OdGePoint3d& point) const;
   // Moves, inserts (before index; index == numFitPoints() appends) or removes
-  // one fit point. A per-point tangent list gains a free tangent on insert.
+  // one fit point; an inserted point has no tangent of its own.
   OdResult setFitPointAt(int index, const OdGePoint3d& point);
   OdResult addFitPointAt(int index, const OdGePoint3d& point);
   OdResult deleteFitPointAt(int index);
@@ -115,6 +123,7 @@ public:
   OdResult makeClosed();
 
   // Reverses the fit points and the tangents: same shape, opposite direction.
+  // A closed curve keeps its first fit point (the join) first.
   OdResult reverseCurve();
   OdResult transformBy(const OdGeMatrix3d& xform);
   OdResult getGeomExtents(OdGeExtents3d& extents) const;

@@ -1,6 +1,6 @@
 #include "Prop/OdPropBase.h"
 
-#include "Ed/OdRxSelfRegistering.h"
+#include "Rx/OdRxSelfRegistering.h"
 
 ODRX_SELF_REGISTERING_MEMBERS(OdPropBase, OdRxObject, ODRX_NULL_CONSTR)
 

@@ -1,6 +1,6 @@
 #include "Prop/OdPropServices.h"
 
-#include "Ed/OdRxSelfRegistering.h"
+#include "Rx/OdRxSelfRegistering.h"
 #include "Rx/OdRxDictionary.h"
 
 ODRX_SELF_REGISTERING_MEMBERS(OdPropServices, OdRxObject, RXIMPL_CONSTR)

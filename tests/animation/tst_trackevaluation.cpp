@@ -192,7 +192,8 @@ TEST(TrackRotation, looksFromTheBaseTowardTheTarget)
   Item moved;
   moved.setAnimationType(Item::RotationToTarget, OdGePoint3d::kOrigin);
   moved.setValue(0, sixValue(2, 0, 0, 0, 4, 0));
-  // T(-p) x R x T(p) with p = (2, 0, 0) and R a quarter turn: (2, 0, 0) goes to (0, 4, 0) - (2, 0, 0).
+  // T(-p) x R x T(p) with p = (2, 0, 0) and R a quarter turn about Z: the
+  // origin goes to R p - p = (0, 2, 0) - (2, 0, 0).
   expectPointNear(moved.tranformAtMillisecond(0, OdGePoint3d::kOrigin) * OdGePoint3d(0, 0, 0), { -2, 2, 0 });
 }
 
@@ -254,7 +255,8 @@ TEST(TrackTranslation, honoursStoredTangentsAndFallsBackToTheMidpoint)
 
   item.setValue(3000, sixValue(kNaN, 0, 0, 0, 0, 0));
   const OdGeMatrix3d fallback = track.computeTranslationAtMillisecond(500);
-  expectPointNear(fallback.getCsOrigin(), { 5, 0, 0 }) << "no spline: the middle of the bracket";
+  // No spline through a NaN: the middle of the bracket, whatever the fraction.
+  expectPointNear(fallback.getCsOrigin(), { 5, 0, 0 });
   expectVectorNear(fallback.getCsXAxis(), { 1, 0, 0 });
 }
 
@@ -313,74 +315,97 @@ void sunAngles(const OdGeMatrix3d& sun, double& elevation, double& azimuth)
   azimuth = std::atan2(-w.x, -w.y) * 180.0 / kPi;
 }
 
-kovAnimationTrack* environment(kovAnimationTrack& track, double month, double north)
-{
-  track.setEntityUniqueName(nullptr, str("Environment"));
-  const struct {
-    const char* name;
-    double value;
-  } values[] = { { "Day", 21 }, { "Month", month }, { "Year", 2023 }, { "Time", 14.5125 },
-                 { "Longitude", 12.4964 }, { "Latitude", 41.9028 }, { "North", north } };
-  for (const auto& v : values) {
-    track.addElement();
-    Item::setSpecialCustomParamType(track.elementAt(track.numElements() - 1), str(v.name));
-    track.elementAt(track.numElements() - 1).setValue(0, v.value);
-  }
-  return &track;
-}
-
-TEST(TrackSun, standsWhereTheSolarPositionAlgorithmPutsIt)
+// Elevation and azimuth straight from the algorithm with the inputs the
+// environment evaluation documents.
+void spaAngles(int month, int hour, int minute, double second, double longitude, double latitude, double& elevation,
+               double& azimuth)
 {
   kovSpaData spa;
   spa.year = 2023;
-  spa.month = 6;
+  spa.month = month;
   spa.day = 21;
-  spa.hour = 14;
-  spa.minute = 30;
-  spa.second = 45; // 14.5125 h
+  spa.hour = hour;
+  spa.minute = minute;
+  spa.second = second;
   spa.timezone = 1.0;
-  spa.longitude = static_cast<float>(12.4964);
-  spa.latitude = static_cast<float>(41.9028);
+  spa.longitude = static_cast<float>(longitude);
+  spa.latitude = static_cast<float>(latitude);
   spa.pressure = 1.0;
   spa.temperature = 18.0;
   spa.atmosRefract = 0.0;
   spa.deltaT = 0.0;
   spa.function = kovSpaAll;
   ASSERT_EQ(kovSpaCalculate(spa), kovSpaOk);
-  const double expectedAzimuth = spa.azimuth >= 180.0 ? spa.azimuth - 360.0 : spa.azimuth;
+  elevation = 90.0 - spa.zenith;
+  azimuth = spa.azimuth >= 180.0 ? spa.azimuth - 360.0 : spa.azimuth;
+}
 
+// The present that fills unset environment values in these tests.
+const QDateTime kNow(QDate(2000, 3, 21), QTime(10, 0, 0));
+
+// An environment track whose values come out as the given targets: the first
+// parameter is read as it is, every later one is averaged with its default,
+// so it holds 2 x target - default.
+void fillEnvironment(kovAnimationTrack& track, double month, double north)
+{
+  track.setEntityUniqueName(nullptr, str("Environment"));
+  const struct {
+    const char* name;
+    double value;
+  } values[] = { { "Day", 21 },
+                 { "Month", 2 * month - 3 },
+                 { "Year", 2 * 2023 - 2000 },
+                 { "Time", 2 * 14.5125 - 10 },
+                 { "Longitude", 2 * 2.35 - 12.4964 },
+                 { "Latitude", 2 * 48.85 - 41.9028 },
+                 { "North", 2 * north } };
+  for (const auto& v : values) {
+    track.addElement();
+    Item::setSpecialCustomParamType(track.elementAt(track.numElements() - 1), str(v.name));
+    track.elementAt(track.numElements() - 1).setValue(0, v.value);
+  }
+}
+
+TEST(TrackSun, standsWhereTheSolarPositionAlgorithmPutsIt)
+{
+  double expectedElevation = 0, expectedAzimuth = 0, elevation = 0, azimuth = 0;
+  spaAngles(6, 14, 30, 45.0, 2.35, 48.85, expectedElevation, expectedAzimuth); // 14.5125 h
   kovAnimationTrack track;
-  double elevation = 0, azimuth = 0;
-  sunAngles(environment(track, 6, 0)->computeSunPositionAtMillisecond(0), elevation, azimuth);
-  EXPECT_NEAR(elevation, 90.0 - spa.zenith, 1e-6);
+  fillEnvironment(track, 6, 0);
+  sunAngles(track.computeSunPositionAtMillisecond(0, kNow), elevation, azimuth);
+  EXPECT_NEAR(elevation, expectedElevation, 1e-6);
   EXPECT_NEAR(azimuth, expectedAzimuth, 1e-6);
-  EXPECT_NEAR(track.computeSunPositionAtMillisecond(0).translation().length(), 25.0, 1e-9);
+  EXPECT_NEAR(track.computeSunPositionAtMillisecond(0, kNow).translation().length(), 25.0, 1e-9);
 
   kovAnimationTrack turned;
-  sunAngles(environment(turned, 6, 30)->computeSunPositionAtMillisecond(0), elevation, azimuth);
+  fillEnvironment(turned, 6, 30);
+  sunAngles(turned.computeSunPositionAtMillisecond(0, kNow), elevation, azimuth);
   EXPECT_NEAR(azimuth, expectedAzimuth + 30.0, 1e-6) << "north turns the azimuth";
 
-  kovAnimationTrack camera;
-  environment(camera, 6, 0)->setEntityUniqueName(nullptr, str("Camera"));
-  expectMatrixNear(camera.computeSunPositionAtMillisecond(0), OdGeMatrix3d::kIdentity);
+  turned.setEntityUniqueName(nullptr, str("Camera"));
+  expectMatrixNear(turned.computeSunPositionAtMillisecond(0, kNow), OdGeMatrix3d::kIdentity);
+}
+
+TEST(TrackSun, fillsUnsetValuesFromThePresent)
+{
+  double expectedElevation = 0, expectedAzimuth = 0, elevation = 0, azimuth = 0;
+  spaAngles(6, 14, 30, 45.0, 12.4964, 41.9028, expectedElevation, expectedAzimuth);
+  kovAnimationTrack bare;
+  bare.setEntityUniqueName(nullptr, str("Environment"));
+  sunAngles(bare.computeSunPositionAtMillisecond(0, QDateTime(QDate(2023, 6, 21), QTime(14, 30, 45))), elevation,
+            azimuth);
+  EXPECT_NEAR(elevation, expectedElevation, 1e-6);
+  EXPECT_NEAR(azimuth, expectedAzimuth, 1e-6);
 }
 
 TEST(TrackSun, anInvalidDateGivesTheHorizonDueNorthTurnedByNorth)
 {
   kovAnimationTrack track;
-  expectPointNear(environment(track, 13, 0)->computeSunPositionAtMillisecond(0).getCsOrigin(), { 0, -25, 0 });
+  fillEnvironment(track, 13, 0);
+  expectPointNear(track.computeSunPositionAtMillisecond(0, kNow).getCsOrigin(), { 0, -25, 0 });
   kovAnimationTrack turned;
-  expectPointNear(environment(turned, 13, 90)->computeSunPositionAtMillisecond(0).getCsOrigin(), { -25, 0, 0 });
-}
-
-TEST(TrackSun, fillsUnsetValuesFromTheGivenDateAndTime)
-{
-  kovAnimationTrack bare;
-  bare.setEntityUniqueName(nullptr, str("Environment"));
-  kovAnimationTrack full;
-  environment(full, 6, 0);
-  const QDateTime now(QDate(2023, 6, 21), QTime(14, 30, 45));
-  expectMatrixNear(bare.computeSunPositionAtMillisecond(0, now), full.computeSunPositionAtMillisecond(0), 1e-6);
+  fillEnvironment(turned, 13, 90);
+  expectPointNear(turned.computeSunPositionAtMillisecond(0, kNow).getCsOrigin(), { -25, 0, 0 });
 }
 
 } // namespace

@@ -449,10 +449,11 @@ TEST(CommandStack, RefusesDuplicateAndUnusableNames)
 
 TEST(CommandStack, ExecuteRunsByNameAndRefusesUnknownNames)
 {
-  const OdEdCommandStackPtr stack = OdEdCommandStack::createObject();
+  // Declared before the stack, which holds it, so that it outlives the stack.
   OdStaticRxObject<AskCommand> ask;
-  stack->addCommand(&ask);
   OdStaticRxObject<Transcript> console;
+  const OdEdCommandStackPtr stack = OdEdCommandStack::createObject();
+  stack->addCommand(&ask);
   const OdEdCommandContextPtr ctx = OdEdCommandContext::createObject(&console);
   // The console answers nothing: the command is cancelled at its first prompt.
   EXPECT_THROW(stack->executeCommand(OdString(L"ASKCMD"), ctx), OdEdCancel);

@@ -1,0 +1,94 @@
+#include "host/app/kovHostCommands.h"
+
+#include "host/app/kovHostApplication.h"
+
+#include "Db/OdDbBlockTableRecord.h"
+#include "Db/OdDbEntity.h"
+#include "Db/OdDbFileReader.h"
+#include "Db/OdDbFileWriter.h"
+#include "Db/OdDbObjectIterator.h"
+#include "Ed/OdEdCommandContext.h"
+#include "Ed/OdEdCommandStack.h"
+#include "Ed/OdEdUserIO.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace {
+
+void listDrawing(OdDbDatabase* db, OdEdUserIO* io)
+{
+  OdDbObjectPtr space = db->getModelSpaceId().openObject(OdDb::kForRead);
+  OdDbBlockTableRecordPtr modelSpace = OdDbBlockTableRecord::cast(space.get());
+  int count = 0;
+  for (OdDbObjectIteratorPtr it = modelSpace->newIterator(); !it->done(); it->step()) {
+    OdDbObjectPtr object = it->objectId().openObject(OdDb::kForRead);
+    OdDbEntityPtr entity = OdDbEntity::cast(object.get());
+    if (entity.isNull())
+      continue;
+    ++count;
+    OdString line;
+    OdGeExtents3d extents;
+    if (entity->getGeomExtents(extents) == eOk)
+      line.format(L"%ls %ls from %g,%g,%g to %g,%g,%g", entity->isA()->name().c_str(),
+                  it->objectId().getHandle().ascii().c_str(), extents.minPoint().x, extents.minPoint().y,
+                  extents.minPoint().z, extents.maxPoint().x, extents.maxPoint().y, extents.maxPoint().z);
+    else
+      line.format(L"%ls %ls", entity->isA()->name().c_str(), it->objectId().getHandle().ascii().c_str());
+    io->putString(line);
+  }
+  OdString total;
+  total.format(L"%d entities in model space.", count);
+  io->putString(total);
+}
+
+} // namespace
+
+void kovHostCommand::execute(OdEdCommandContext* pCmdCtx)
+{
+  kovHostApplication* app = kovHostApplication::instance();
+  OdEdUserIO* io = pCmdCtx->userIO();
+  if (!app)
+    throw OdError(eNotApplicable, OdString(L"This command needs the host application"));
+
+  if (m_name == L"new") {
+    app->setDatabase(OdDbDatabase::createObject(), QString());
+    return;
+  }
+  if (m_name == L"open") {
+    const QString path = odToQString(io->getString(OdString(L"Drawing to open:")));
+    OdDbDatabasePtr db = OdDbFileReader::readFile(odFromQString(QFileInfo(path).absoluteFilePath()));
+    app->setDatabase(db, QFileInfo(path).absoluteFilePath());
+    io->putString(OdString(L"Opened ") + odFromQString(path));
+    return;
+  }
+  OdDbDatabase* db = app->currentDatabase();
+  if (!db)
+    throw OdError(eNoDatabase, OdString(L"No drawing is open"));
+  if (m_name == L"save") {
+    QString path = odToQString(io->getString(OdString(L"Save drawing as:"), OdEd::kInpDefault,
+                                             odFromQString(app->drawingPath())));
+    if (path.isEmpty())
+      throw OdError(eInvalidInput, OdString(L"The drawing has no file name yet: give one"));
+    path = QFileInfo(path).absoluteFilePath();
+    QDir().mkpath(QFileInfo(path).absolutePath());
+    OdDbFileWriter::writeFile(db, odFromQString(path));
+    app->setDrawingPath(path);
+    io->putString(OdString(L"Saved ") + odFromQString(path));
+    return;
+  }
+  listDrawing(db, io);
+}
+
+kovHostCommands::kovHostCommands()
+{
+  OdEdCommandStackPtr stack = odedRegCmds();
+  for (OdEdCommand* command : { static_cast<OdEdCommand*>(&m_new), static_cast<OdEdCommand*>(&m_open),
+                                static_cast<OdEdCommand*>(&m_save), static_cast<OdEdCommand*>(&m_list) })
+    stack->addCommand(command);
+}
+
+kovHostCommands::~kovHostCommands()
+{
+  odedRegCmds()->removeGroup(OdString(L"kovHost"));
+}

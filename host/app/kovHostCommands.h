@@ -1,0 +1,32 @@
+#ifndef KOV_HOST_COMMANDS_H
+#define KOV_HOST_COMMANDS_H
+
+#include "Ed/OdEdCommand.h"
+#include "Rx/OdStaticRxObject.h"
+
+// The host's own commands (group "kovHost"): new, open, save and list.
+class kovHostCommand : public OdEdCommand {
+public:
+  explicit kovHostCommand(const OdChar* name) : m_name(name) {}
+  const OdString groupName() const override { return OdString(L"kovHost"); }
+  const OdString globalName() const override { return m_name; }
+  void execute(OdEdCommandContext* pCmdCtx) override;
+
+private:
+  OdString m_name;
+};
+
+// Adds the commands to the command stack for the life of this object.
+class kovHostCommands {
+public:
+  kovHostCommands();
+  ~kovHostCommands();
+
+private:
+  OdStaticRxObject<kovHostCommand> m_new { L"new" };
+  OdStaticRxObject<kovHostCommand> m_open { L"open" };
+  OdStaticRxObject<kovHostCommand> m_save { L"save" };
+  OdStaticRxObject<kovHostCommand> m_list { L"list" };
+};
+
+#endif

@@ -1,0 +1,25 @@
+#ifndef KOV_HOST_CONSOLE_H
+#define KOV_HOST_CONSOLE_H
+
+#include "host/api/IkovConsole.h"
+
+#include "Ed/OdEdBaseUserIO.h"
+
+#include <functional>
+
+// The host's command line output: every message and echoed prompt goes to the
+// sink the front end installs (standard output, or the command line widget).
+// Also serves as the console the command-line runner echoes to.
+class kovHostConsole : public IkovConsole {
+public:
+  void setSink(std::function<void(const QString&)> sink) { m_sink = std::move(sink); }
+  void putString(const QString& text) override;
+
+  // An Ed console that forwards to this one.
+  OdEdUserIOPtr edConsole();
+
+private:
+  std::function<void(const QString&)> m_sink;
+};
+
+#endif

@@ -1,0 +1,24 @@
+#ifndef KOV_HOST_PROP_SYSTEM_H
+#define KOV_HOST_PROP_SYSTEM_H
+
+#include "host/api/IkovPropSystem.h"
+
+#include <QObject>
+
+// The host's property palette service: remembers the object to show; the
+// palette dock follows shown().
+class kovHostPropSystem : public QObject, public IkovPropSystem {
+  Q_OBJECT
+public:
+  void showProperties(const OdDbObjectId& id) override;
+  void refreshProperties() override;
+  const OdDbObjectId& shownObject() const { return m_shown; }
+
+signals:
+  void shown(const OdDbObjectId& id);
+
+private:
+  OdDbObjectId m_shown;
+};
+
+#endif

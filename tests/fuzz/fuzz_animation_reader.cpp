@@ -1,0 +1,24 @@
+// libFuzzer target over every reader of animations: the drawing loader (for
+// inputs that start as a drawing file), the animation entity's reader and
+// the track's reader. See kovAnimationReaderInput.h.
+
+#include "kovAnimationReaderInput.h"
+
+#include "Db/OdDbModule.h"
+
+#include <cstddef>
+#include <cstdint>
+
+extern "C" int LLVMFuzzerInitialize(int*, char***)
+{
+  odInitialize();
+  kovDbTempBlockReference::rxInit();
+  kovDbAnimation::rxInit();
+  return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
+{
+  kovReadAnimationInput(data, size);
+  return 0;
+}
