@@ -15,7 +15,7 @@
 // against the bytes that are left.
 class kovKeyframeCodec {
 public:
-  static const int kMaxDepth = 8;
+  static constexpr int kMaxDepth = 8;
 
   static QByteArray encode(const QVariant& value);
   // False (value untouched) when the bytes are not a whole, acceptable value.

@@ -8,7 +8,7 @@
 // (pixels only, so that the entity needs no painting toolkit).
 class kovAnimationIcons {
 public:
-  static const int kSize = 32;
+  static constexpr int kSize = 32;
 
   static void create();
   static void destroy();

@@ -1,0 +1,405 @@
+// The module object: its entry point, start-up and shut-down, the editor's
+// dock, and the camera animation commands run as typed.
+#include "db/kovDbAnimation.h"
+#include "db/kovDbTempBlockReference.h"
+#include "module/kovAnimationModule.h"
+#include "module/kovCameraPathInput.h"
+
+#include "host/api/IkovApplication.h"
+
+#include "Db/OdDbBlockTableRecord.h"
+#include "Db/OdDbDatabase.h"
+#include "Db/OdDbModule.h"
+#include "Db/OdDbObjectIterator.h"
+#include "Ed/OdEdBaseUserIO.h"
+#include "Ed/OdEdCancel.h"
+#include "Ed/OdEdCommandContext.h"
+#include "Ed/OdEdCommandLine.h"
+#include "Ed/OdEdCommandStack.h"
+#include "Rx/OdRxDictionary.h"
+#include "Rx/OdRxModule.h"
+
+#include <QApplication>
+#include <QDockWidget>
+#include <QMainWindow>
+#include <QtTest>
+
+#include <dlfcn.h>
+
+// A host with a main window that records what the module asks of it.
+class TestHost : public QApplication, public IkovApplication {
+  Q_OBJECT
+  Q_INTERFACES(IkovApplication)
+public:
+  TestHost(int& argc, char** argv) : QApplication(argc, argv) {}
+
+  QMainWindow* mainWindow() const override { return window; }
+  void registerDockWidget(const QString& name, QDockWidget* dock) override { docks.insert(name, dock); }
+  void showDockWidget(const QString& name, Qt::DockWidgetArea area, const QSize& size) override
+  {
+    shown << name;
+    lastArea = area;
+    lastSize = size;
+  }
+  QString toQString(const OdString& text) const override { return odToQString(text); }
+  OdString toOdString(const QString& text) const override { return odFromQString(text); }
+  QVariant setting(const QString&, const QVariant& def) const override { return def; }
+  void setSetting(const QString&, const QVariant&) override {}
+  QString expandPath(const QString& path) const override { return path; }
+  bool executeCommand(const QString&) override { return false; }
+  OdDbDatabase* currentDatabase() const override { return nullptr; }
+  void registerRefreshEvents(const QString&, QObject*) override {}
+  void unregisterRefreshEvents(const QString&, QObject*) override {}
+
+  QMainWindow* window = nullptr;
+  QMap<QString, QDockWidget*> docks;
+  QStringList shown;
+  Qt::DockWidgetArea lastArea = Qt::NoDockWidgetArea;
+  QSize lastSize;
+};
+
+namespace {
+
+const char* const kCommands[] = { "animationeditor", "createanimation", "createcameraanimation",
+                                  "dumpblockcontent", "animationcreate", "animationcameracreate" };
+
+// Keeps the transcript a command line writes.
+class Transcript : public OdEdBaseUserIO {
+public:
+  void putString(const OdString& text) override { lines << odToQString(text); }
+  QStringList lines;
+
+protected:
+  OdString getInput(const OdString&) override { throw OdEdCancel(); }
+};
+
+QList<kovDbAnimationPtr> animationsIn(OdDbDatabase* db)
+{
+  QList<kovDbAnimationPtr> found;
+  OdDbBlockTableRecordPtr space = db->getModelSpaceId().safeOpenObject();
+  for (OdDbObjectIteratorPtr it = space->newIterator(); !it->done(); it->step()) {
+    kovDbAnimationPtr animation = kovDbAnimation::cast(it->objectId().openObject().get());
+    if (!animation.isNull())
+      found << animation;
+  }
+  return found;
+}
+
+OdResult run(const QString& line, OdDbDatabase* db, Transcript* transcript = nullptr)
+{
+  OdSmartPtr<Transcript> own(new Transcript);
+  return odedExecuteCommandLine(odFromQString(line), db, transcript ? transcript : own.get());
+}
+
+} // namespace
+
+class tst_AnimationModule : public QObject {
+  Q_OBJECT
+private slots:
+  void initTestCase()
+  {
+    odInitialize();
+    host()->window = new QMainWindow;
+  }
+  void cleanupTestCase()
+  {
+    delete host()->window;
+    odUninitialize();
+  }
+
+  void entryPointReturnsOneObjectAndTakesTheHandle();
+  void dockIsCreatedOnDemandBeforeStartUp();
+  void startUpRegistersAndShutDownRemovesEverything();
+  void startUpWithoutTheDatabaseClassesFails();
+  void registeringTheEntityTwiceFails();
+  void scriptedPathCreatesTheCameraAnimation();
+  void promptsOfferCloseFromTheThirdPoint();
+  void doubledPointFinishesThePath();
+  void undoAndReverseEditThePath();
+  void closeReturnsToTheStart();
+  void cancelAtAnyPromptCreatesNothing_data();
+  void cancelAtAnyPromptCreatesNothing();
+  void createanimationBuildsTheDefaultPath();
+  void commandsRefuseAContextWithoutADrawing();
+
+private:
+  static TestHost* host() { return static_cast<TestHost*>(QCoreApplication::instance()); }
+};
+
+void tst_AnimationModule::entryPointReturnsOneObjectAndTakesTheHandle()
+{
+  const QByteArray path = QByteArray(KOV_BIN_DIR) + "/kovAnimationModule_24.1_16.tx";
+  void* library = ::dlopen(path.constData(), RTLD_NOW | RTLD_LOCAL);
+  QVERIFY2(library, ::dlerror());
+  auto entry = reinterpret_cast<OdRxCreateModuleFn>(::dlsym(library, "odrxCreateModuleObject"));
+  QVERIFY(entry);
+  void* handle = library;
+  OdRxModule* first = entry(handle, L"kovAnimationModule");
+  QCOMPARE(handle, nullptr);
+  QCOMPARE(first->sysData(), library);
+  void* again = library;
+  QCOMPARE(entry(again, L"kovAnimationModule"), first);
+  first->deleteModule();
+  ::dlclose(library);
+}
+
+void tst_AnimationModule::dockIsCreatedOnDemandBeforeStartUp()
+{
+  kovAnimationModule module;
+  QCOMPARE(kovAnimationModule::instance(), &module);
+  QDockWidget* dock = module.dockWidget();
+  QVERIFY(dock);
+  QCOMPARE(dock->objectName(), QStringLiteral("AnimationEditor"));
+  QCOMPARE(dock->windowTitle(), QStringLiteral("Animation Editor"));
+  QCOMPARE(dock->parent(), host()->window);
+  QVERIFY(!dock->testAttribute(Qt::WA_DeleteOnClose));
+  QVERIFY(dock->widget() && dock->widget()->inherits("kovAnimationEditorWidget"));
+  QCOMPARE(host()->docks.value(QStringLiteral("animation_editor")), dock);
+  QCOMPARE(host()->lastArea, Qt::BottomDockWidgetArea);
+  QCOMPARE(host()->lastSize, QSize(500, 250));
+  QCOMPARE(module.dockWidget(), dock);
+  delete dock;
+}
+
+void tst_AnimationModule::startUpRegistersAndShutDownRemovesEverything()
+{
+  {
+    kovAnimationModule module;
+    module.initApp();
+    for (const char* name : kCommands) {
+      OdEdCommandPtr command = odedRegCmds()->lookupCmd(OdString(name));
+      QVERIFY2(!command.isNull(), name);
+      QCOMPARE(command->groupName(), OdString(L"kovAnimation"));
+      QCOMPARE(command->localName(), command->globalName());
+    }
+    QVERIFY(kovDbAnimation::desc());
+    QCOMPARE(kovDbAnimation::desc()->dxfName(), OdString(L"kovDbAnimation"));
+    int maint = 0;
+    QCOMPARE(kovDbAnimation::desc()->getClassVersion(&maint), 33);
+    QCOMPARE(maint, 55);
+    QCOMPARE(kovDbAnimation::desc()->proxyFlags(), 0xBFF);
+    QVERIFY(odrxClassDictionary()->has(OdString(L"kovDbTempBlockReference")));
+    QVERIFY(odrxClassDictionary()->has(OdString(L"AnimationGripAppData")));
+    QVERIFY(module.dockWidget());
+    delete module.dockWidget();
+    module.uninitApp();
+  }
+  for (const char* name : kCommands)
+    QVERIFY2(odedRegCmds()->lookupCmd(OdString(name)).isNull(), name);
+  for (const wchar_t* cls : { L"kovDbAnimation", L"kovDbTempBlockReference", L"AnimationGripAppData" })
+    QVERIFY(!odrxClassDictionary()->has(OdString(cls)));
+  QCOMPARE(kovAnimationModule::instance(), nullptr);
+}
+
+void tst_AnimationModule::startUpWithoutTheDatabaseClassesFails()
+{
+  odUninitialize();
+  kovAnimationModule module;
+  bool raised = false;
+  try {
+    module.initApp();
+  } catch (const OdError& error) {
+    raised = error.code() == eNotInitializedYet;
+  }
+  odInitialize();
+  QVERIFY(raised);
+  QVERIFY(!odrxClassDictionary()->has(OdString(L"kovDbAnimation")));
+}
+
+void tst_AnimationModule::registeringTheEntityTwiceFails()
+{
+  kovDbTempBlockReference::rxInit();
+  kovDbAnimation::rxInit();
+  bool raised = false;
+  try {
+    kovDbAnimation::rxInit();
+  } catch (const OdError& error) {
+    raised = error.code() == eDuplicateKey;
+  }
+  kovDbAnimation::rxUninit();
+  kovDbTempBlockReference::rxUninit();
+  QVERIFY(raised);
+}
+
+// The commands below run with the module started and the drawing fresh.
+namespace {
+
+struct Started {
+  Started()
+  {
+    module.initApp();
+    db = OdDbDatabase::createObject();
+  }
+  ~Started()
+  {
+    db = nullptr;
+    delete module.dockWidget();
+    module.uninitApp();
+  }
+  kovAnimationModule module;
+  OdDbDatabasePtr db;
+};
+
+QList<double> pointOf(const QVariant& value)
+{
+  const QVariantList list = value.toList();
+  return { list.value(0).toDouble(), list.value(1).toDouble(), list.value(2).toDouble() };
+}
+
+} // namespace
+
+void tst_AnimationModule::scriptedPathCreatesTheCameraAnimation()
+{
+  Started started;
+  QCOMPARE(run(QStringLiteral("createcameraanimation 10,0,1.8 20,10,1.8 30,0,1.8 Finish"), started.db), eOk);
+  const QList<kovDbAnimationPtr> animations = animationsIn(started.db);
+  QCOMPARE(animations.size(), 1);
+  const kovDbAnimationPtr& animation = animations.first();
+  QCOMPARE(animation->animationName(), QStringLiteral("New Camera Animation"));
+  QCOMPARE(animation->animationDescription(), QStringLiteral("New Camera Animation"));
+  QCOMPARE(kovAnimationModule::globalEditingAnimationId(), animation->objectId());
+  QCOMPARE(static_cast<int>(animation->constTracks().size()), 1);
+  const kovAnimationTrack& track = *animation->constTracks().front();
+  QCOMPARE(track.trackName(), QStringLiteral("Camera Track"));
+  QCOMPARE(track.trackTypeIdentifier(), QStringLiteral("Camera"));
+  QCOMPARE(track.numElements(), 2);
+  QCOMPARE(track.elementAt(0).animationType(), kovAnimationItem::LocationBySpline);
+  QCOMPARE(track.elementAt(1).animationType(), kovAnimationItem::RotationByAngles);
+
+  // The path passes through the three points, timed at one unit per second
+  // along the spline: the first key stays at 0, the others follow the arc.
+  const QMap<int, QVariant>& values = track.elementAt(0).values();
+  QCOMPARE(values.size(), 3);
+  const QList<QList<double>> expected = { { 10, 0, 1.8 }, { 20, 10, 1.8 }, { 30, 0, 1.8 } };
+  int i = 0;
+  for (const QVariant& value : values)
+    QCOMPARE(pointOf(value), expected[i++]);
+  OdDbSplinePtr spline = track.elementAt(0).getValuesAsSpline();
+  double end = 0.0, length = 0.0, middle = 0.0, middleDist = 0.0;
+  spline->getEndParam(end);
+  spline->getDistAtParam(end, length);
+  spline->getParamAtPoint(OdGePoint3d(20, 10, 1.8), middle);
+  spline->getDistAtParam(middle, middleDist);
+  const QList<int> keys = values.keys();
+  QCOMPARE(keys.first(), 0);
+  QCOMPARE(keys.at(1), static_cast<int>(middleDist * 1000.0));
+  QCOMPARE(keys.last(), static_cast<int>(static_cast<int>(middleDist * 1000.0) + (length - middleDist) * 1000.0));
+  QVERIFY(keys.last() > 28284);
+}
+
+void tst_AnimationModule::promptsOfferCloseFromTheThirdPoint()
+{
+  QCOMPARE(kovCameraPathInput::nextPointPrompt(1), OdString(L"Specify next point or [Finish/Undo/Reverse]:"));
+  QCOMPARE(kovCameraPathInput::nextPointPrompt(2), OdString(L"Specify next point or [Finish/Undo/Reverse]:"));
+  QCOMPARE(kovCameraPathInput::nextPointPrompt(3),
+           OdString(L"Specify next point or [Finish/Undo/Reverse/Close]:"));
+  QCOMPARE(kovCameraPathInput::nextPointKeywords(2), OdString(L"Finish Undo Reverse"));
+  QCOMPARE(kovCameraPathInput::nextPointKeywords(3), OdString(L"Finish Undo Reverse Close"));
+
+  Started started;
+  OdSmartPtr<Transcript> transcript(new Transcript);
+  QCOMPARE(run(QStringLiteral("createcameraanimation 0,0,0 5,0,0 5,5,0 Finish"), started.db, transcript.get()), eOk);
+  QVERIFY(transcript->lines.contains(QStringLiteral("Draw a camera path...")));
+  QVERIFY(transcript->lines.contains(QStringLiteral("Specify first point: 0,0,0")));
+  QVERIFY(transcript->lines.contains(QStringLiteral("Specify next point or [Finish/Undo/Reverse]: 5,0,0")));
+  QVERIFY(transcript->lines.contains(QStringLiteral("Specify next point or [Finish/Undo/Reverse]: 5,5,0")));
+  QVERIFY(transcript->lines.contains(QStringLiteral("Specify next point or [Finish/Undo/Reverse/Close]: Finish")));
+}
+
+void tst_AnimationModule::doubledPointFinishesThePath()
+{
+  Started started;
+  QCOMPARE(run(QStringLiteral("createcameraanimation 0,0,0 5,0,0 5,0.0005,0"), started.db), eOk);
+  const QList<kovDbAnimationPtr> animations = animationsIn(started.db);
+  QCOMPARE(animations.size(), 1);
+  const QMap<int, QVariant>& values = animations.first()->constTracks().front()->elementAt(0).values();
+  QCOMPARE(values.size(), 2);
+  QCOMPARE(pointOf(values.last()), (QList<double> { 5, 0, 0 }));
+}
+
+void tst_AnimationModule::undoAndReverseEditThePath()
+{
+  Started started;
+  // Undo of the only point asks for the first point again.
+  QCOMPARE(run(QStringLiteral("createcameraanimation 9,9,9 Undo 0,0,0 1,0,0 2,0,0 Undo 3,0,0 Reverse -1,0,0 Finish"),
+               started.db),
+           eOk);
+  const QMap<int, QVariant>& values = animationsIn(started.db).first()->constTracks().front()->elementAt(0).values();
+  QList<QList<double>> points;
+  for (const QVariant& value : values)
+    points << pointOf(value);
+  QCOMPARE(points, (QList<QList<double>> { { 3, 0, 0 }, { 1, 0, 0 }, { 0, 0, 0 }, { -1, 0, 0 } }));
+}
+
+void tst_AnimationModule::closeReturnsToTheStart()
+{
+  Started started;
+  QCOMPARE(run(QStringLiteral("createcameraanimation 0,0,0 10,0,0 10,10,0 Close"), started.db), eOk);
+  const QMap<int, QVariant>& values = animationsIn(started.db).first()->constTracks().front()->elementAt(0).values();
+  QCOMPARE(values.size(), 4);
+  QCOMPARE(pointOf(values.first()), pointOf(values.last()));
+  // Close is not offered before the third point: there it is not a keyword.
+  QCOMPARE(run(QStringLiteral("createcameraanimation 0,0,0 10,0,0 Close"), started.db), eUserBreak);
+}
+
+void tst_AnimationModule::cancelAtAnyPromptCreatesNothing_data()
+{
+  QTest::addColumn<QString>("line");
+  QTest::newRow("first point") << QStringLiteral("createcameraanimation ^C");
+  QTest::newRow("second point") << QStringLiteral("createcameraanimation 1,2,3 ^C");
+  QTest::newRow("later point") << QStringLiteral("createcameraanimation 1,2,3 4,5,6 7,8,9 ^C");
+  QTest::newRow("words run out") << QStringLiteral("createcameraanimation 1,2,3 4,5,6");
+  QTest::newRow("second name") << QStringLiteral("animationcameracreate 1,2,3 ^C");
+}
+
+void tst_AnimationModule::cancelAtAnyPromptCreatesNothing()
+{
+  QFETCH(QString, line);
+  Started started;
+  QCOMPARE(run(line, started.db), eUserBreak);
+  QVERIFY(animationsIn(started.db).isEmpty());
+}
+
+void tst_AnimationModule::createanimationBuildsTheDefaultPath()
+{
+  Started started;
+  QCOMPARE(run(QStringLiteral("createanimation"), started.db), eOk);
+  QCOMPARE(run(QStringLiteral("animationcreate"), started.db), eOk);
+  const QList<kovDbAnimationPtr> animations = animationsIn(started.db);
+  QCOMPARE(animations.size(), 2);
+  const kovAnimationItem& path = animations.first()->constTracks().front()->elementAt(0);
+  QList<QList<double>> points;
+  for (const QVariant& value : path.values())
+    points << pointOf(value);
+  QCOMPARE(points, (QList<QList<double>> { { -10, 0, 0 }, { 0, 10, 0 }, { 10, 0, 0 } }));
+  // The path's end tangents: along +X at the start, along -X at the end.
+  QCOMPARE(path.valueAsPointGetTanget(path.values().firstKey(), OdGePoint3d()).x, 1.0);
+  QCOMPARE(path.valueAsPointGetTanget(path.values().lastKey(), OdGePoint3d()).x, -1.0);
+}
+
+void tst_AnimationModule::commandsRefuseAContextWithoutADrawing()
+{
+  Started started;
+  OdSmartPtr<Transcript> io(new Transcript);
+  for (const char* name : { "createanimation", "createcameraanimation", "dumpblockcontent" }) {
+    OdEdCommandPtr command = odedRegCmds()->lookupCmd(OdString(name));
+    OdEdCommandContextPtr plain = OdEdCommandContext::createObject(io.get(), started.db.get());
+    OdResult code = eOk;
+    try {
+      command->execute(plain.get());
+    } catch (const OdError& error) {
+      code = error.code();
+    }
+    QCOMPARE(code, eNotThatKindOfClass);
+  }
+  QCOMPARE(run(QStringLiteral("createanimation"), nullptr), eNotThatKindOfClass);
+}
+
+int main(int argc, char** argv)
+{
+  TestHost app(argc, argv);
+  tst_AnimationModule test;
+  return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_animationmodule.moc"
