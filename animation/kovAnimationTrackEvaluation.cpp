@@ -77,6 +77,13 @@ OdGePoint3d sumPoints(const std::vector<kovAnimationItem>& items, int t, Read re
   return result;
 }
 
+// What trackTypeIdentifier() == "Environment" answers, without opening the
+// bound entity: evaluation runs on several threads, opening objects may not.
+bool isEnvironment(const kovAnimationTrack& track)
+{
+  return track.entityId().isNull() && track.entityUniqueName() == QLatin1String("Environment");
+}
+
 } // namespace
 
 double kovAnimationTrack::computeValueAtMillisecond(const QString& name, int ms, double def) const
@@ -206,14 +213,14 @@ OdGeMatrix3d kovAnimationTrack::computeSunPositionAtMillisecond(int ms) const
 {
   // Reading the clock costs more than a whole transformation of any other
   // track: only the environment needs it.
-  if (trackTypeIdentifier() != QLatin1String("Environment"))
+  if (!isEnvironment(*this))
     return OdGeMatrix3d::kIdentity;
   return computeSunPositionAtMillisecond(ms, QDateTime::currentDateTime());
 }
 
 OdGeMatrix3d kovAnimationTrack::computeSunPositionAtMillisecond(int ms, const QDateTime& now) const
 {
-  if (trackTypeIdentifier() != QLatin1String("Environment"))
+  if (!isEnvironment(*this))
     return OdGeMatrix3d::kIdentity;
 
   const QTime clock = now.time();

@@ -276,19 +276,6 @@ TEST(AnimationItemSpecialParameters, takeTheirRangesAndListsFromTheTable)
   EXPECT_EQ(plain.decimals(), 4);
 }
 
-TEST(AnimationItemSpecialParameters, areListedPerTrackKind)
-{
-  EXPECT_EQ(Item::listSpecialParameters(str("Environment")),
-            strs({ "Time", "Day", "Month", "Year", "Sky Sequence", "North", "Longitude", "Latitude" }));
-  EXPECT_EQ(Item::listSpecialParameters(str("Camera")), strs({ "Fov", "Depth Of Field", "Focus Distance" }));
-  EXPECT_EQ(Item::listSpecialParameters(str("ArtificialLight")), strs({ "Intensity" }));
-  EXPECT_EQ(Item::listSpecialParameters(str("Object")), strs({ "Object Animation", "Visibility" }));
-  EXPECT_EQ(Item::listSpecialParameters(str("SpawnedObject")), strs({ "Object Animation", "Visibility" }));
-  EXPECT_EQ(Item::listSpecialParameters(str("Entity")), strs({ "Visibility" }));
-  EXPECT_TRUE(Item::listSpecialParameters(str("")).isEmpty());
-  EXPECT_TRUE(Item::listSpecialParameters(str("camera")).isEmpty());
-}
-
 // The four fit points a path of two keyframes p0, p1 widens to, worked out
 // in the plane: the perpendicular of a horizontal direction (dx, dy) is
 // (-dy, dx) turned to unit length.

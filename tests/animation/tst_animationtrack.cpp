@@ -103,6 +103,18 @@ TEST_F(TrackWithDrawing, kindFollowsTheBoundEntity)
   EXPECT_THROW(notAnEntity.trackTypeIdentifier(), OdError_NotThatKindOfClass);
 }
 
+TEST_F(TrackWithDrawing, evaluationLeavesTheBoundObjectAlone)
+{
+  // Evaluation may run on several threads; opening objects may not.
+  kovAnimationTrack track;
+  track.setEntityId(drawing.chairBlock);
+  track.addElement();
+  track.elementAt(0).setValue(0, QVariantList { 1.0, 2.0, 3.0 });
+  OdGeMatrix3d m;
+  EXPECT_NO_THROW(m = track.computeTransformAtMillisecond(0));
+  expectPointNear(m.getCsOrigin(), { 1, 2, 3 });
+}
+
 TEST(TrackKind, followsTheUniqueNameWithoutAnEntity)
 {
   const struct {

@@ -272,6 +272,14 @@ TEST(TrackTransform, isTranslationTimesSunTimesRotationTimesScale)
   expectPointNear(m * OdGePoint3d(1, 0, 0), { 5, 2, 0 });
   expectPointNear(m * OdGePoint3d(0, 1, 0), { 3, 0, 0 });
   expectPointNear(m * OdGePoint3d(0, 0, 1), { 5, 0, 2 });
+
+  // The sun of an invalid date stands at (0, -25, 0): it moves what the
+  // rotation turned, before the translation.
+  track.setEntityUniqueName(nullptr, str("Environment"));
+  track.insertElement(0);
+  Item::setSpecialCustomParamType(track.elementAt(0), str("Month"));
+  track.elementAt(0).setValue(0, 13.0);
+  expectPointNear(track.computeTransformAtMillisecond(0) * OdGePoint3d(1, 0, 0), { 5, -23, 0 });
 }
 
 TEST(TrackTransform, isIdentityWithoutContributingItems)
