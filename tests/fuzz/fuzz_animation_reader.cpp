@@ -4,6 +4,8 @@
 
 #include "kovAnimationReaderInput.h"
 
+#include "db/kovDbTempBlockReference.h"
+
 #include "Db/OdDbModule.h"
 
 #include <cstddef>
