@@ -28,6 +28,13 @@ void kovCameraPathTracker::removeDrawables(OdGsView* pView)
   m_shown = false;
 }
 
+void kovCameraPathTracker::worldDraw(OdGiWorldDraw* pWd) const
+{
+  // Only while a view shows the tracker: the preview is the rubber band.
+  if (m_shown)
+    m_preview->worldDraw(pWd);
+}
+
 void kovCameraPathTracker::rebuild()
 {
   OdGePoint3dArray points = m_points;

@@ -12,6 +12,7 @@ public:
   void setValue(const OdGePoint3d& value) override;
   int addDrawables(OdGsView* pView) override;
   void removeDrawables(OdGsView* pView) override;
+  void worldDraw(OdGiWorldDraw* pWd) const override;
 
   // The spline through the picked points and the cursor.
   const OdDbSpline* preview() const { return m_preview.get(); }

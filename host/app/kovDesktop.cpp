@@ -2,15 +2,49 @@
 
 #include "host/app/kovHostApplication.h"
 #include "host/app/kovMainWindow.h"
+#include "host/app/kovViewportWidget.h"
 
-#include <memory>
-
-int runDesktop(kovHostApplication& app, kovHostServices& services)
+kovDesktop::kovDesktop(kovHostApplication& app, kovHostServices& services)
+  : m_app(app)
+  , m_window(std::make_unique<kovMainWindow>(app, services))
 {
-  auto window = std::make_unique<kovMainWindow>(app, services);
-  app.setMainWindow(window.get());
-  window->show();
-  const int code = app.exec();
-  app.setMainWindow(nullptr);
+  m_app.setMainWindow(m_window.get());
+}
+
+kovDesktop::~kovDesktop()
+{
+  m_app.setMainWindow(nullptr);
+  m_window.reset();
+}
+
+bool kovDesktop::loadAnimationModule()
+{
+  QString message;
+  if (m_app.loadAnimationModule(message))
+    return true;
+  m_window->warn(QObject::tr("Animation Module"),
+                 QObject::tr("The animation module was not loaded: %1").arg(message));
+  return false;
+}
+
+bool kovDesktop::openDrawing(const QString& path)
+{
+  if (!path.isEmpty() && m_window->openDrawing(path))
+    return true;
+  m_app.setDatabase(OdDbDatabase::createObject(), QString());
+  m_window->viewport()->zoomExtents();
+  return path.isEmpty();
+}
+
+int runDesktop(kovHostApplication& app, kovHostServices& services, const QString& drawingPath)
+{
+  int code = 0;
+  {
+    kovDesktop desktop(app, services);
+    desktop.window()->show();
+    desktop.loadAnimationModule();
+    desktop.openDrawing(drawingPath);
+    code = app.exec();
+  }
   return code;
 }

@@ -5,6 +5,7 @@
 #include <QDockWidget>
 #include <QMainWindow>
 #include <QStandardPaths>
+#include <QTimer>
 
 namespace {
 
@@ -34,6 +35,7 @@ kovHostApplication* kovHostApplication::instance()
 void kovHostApplication::registerDockWidget(const QString& name, QDockWidget* dock)
 {
   m_docks.insert(name, dock);
+  emit dockRegistered(name, dock);
 }
 
 QDockWidget* kovHostApplication::dockWidget(const QString& name) const
@@ -46,17 +48,43 @@ void kovHostApplication::showDockWidget(const QString& name, Qt::DockWidgetArea 
   QDockWidget* dock = m_docks.value(name);
   if (!dock || !m_mainWindow)
     return;
-  if (m_mainWindow->dockWidgetArea(dock) == Qt::NoDockWidgetArea) {
-    m_mainWindow->addDockWidget(area, dock);
-    m_mainWindow->resizeDocks({ dock }, { area == Qt::LeftDockWidgetArea || area == Qt::RightDockWidgetArea
-                                               ? defaultSize.width()
-                                               : defaultSize.height() },
-                              area == Qt::LeftDockWidgetArea || area == Qt::RightDockWidgetArea ? Qt::Horizontal
-                                                                                                 : Qt::Vertical);
+  // A dock the saved layout knows goes back where the user left it.
+  if (m_mainWindow->dockWidgetArea(dock) == Qt::NoDockWidgetArea && !m_mainWindow->restoreDockWidget(dock)) {
+    const bool sideways = area == Qt::LeftDockWidgetArea || area == Qt::RightDockWidgetArea;
+    placeDock(dock, area);
+    const int extent = sideways ? defaultSize.width() : defaultSize.height();
+    const Qt::Orientation orientation = sideways ? Qt::Horizontal : Qt::Vertical;
+    m_mainWindow->resizeDocks({ dock }, { extent }, orientation);
+    // A layout that has not run yet ignores sizes: ask again once it has.
+    QPointer<QMainWindow> window = m_mainWindow;
+    QPointer<QDockWidget> placed = dock;
+    QTimer::singleShot(0, this, [window, placed, extent, orientation] {
+      if (window && placed)
+        window->resizeDocks({ placed }, { extent }, orientation);
+    });
   }
   dock->show();
   dock->raise();
   raiseRefreshEvent(QStringLiteral("<event-refresh:layout_changed>"));
+}
+
+void kovHostApplication::placeDock(QDockWidget* dock, Qt::DockWidgetArea area)
+{
+  QList<QDockWidget*> neighbours;
+  for (QDockWidget* other : m_mainWindow->findChildren<QDockWidget*>()) {
+    if (other != dock && !other->isFloating() && other->isVisibleTo(m_mainWindow)
+        && m_mainWindow->dockWidgetArea(other) == area)
+      neighbours << other;
+  }
+  // Across the whole edge, next to the docks there already: a bottom dock
+  // above them, a right dock left of them, so that they keep the window's edge.
+  const bool sideways = area == Qt::LeftDockWidgetArea || area == Qt::RightDockWidgetArea;
+  const Qt::Orientation across = sideways ? Qt::Horizontal : Qt::Vertical;
+  m_mainWindow->addDockWidget(area, dock, across);
+  if (area == Qt::BottomDockWidgetArea || area == Qt::RightDockWidgetArea) {
+    for (auto it = neighbours.crbegin(); it != neighbours.crend(); ++it)
+      m_mainWindow->splitDockWidget(dock, *it, across);
+  }
 }
 
 QString kovHostApplication::toQString(const OdString& text) const

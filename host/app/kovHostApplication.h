@@ -66,8 +66,12 @@ public:
 
 signals:
   void databaseChanged();
+  // A dock was registered by name, so that the main window can list and watch it.
+  void dockRegistered(const QString& name, QDockWidget* dock);
 
 private:
+  void placeDock(QDockWidget* dock, Qt::DockWidgetArea area);
+
   QPointer<QMainWindow> m_mainWindow;
   QMap<QString, QPointer<QDockWidget>> m_docks;
   std::unique_ptr<QSettings> m_settings;

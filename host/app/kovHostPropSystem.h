@@ -10,6 +10,10 @@
 class kovHostPropSystem : public QObject, public IkovPropSystem {
   Q_OBJECT
 public:
+  // Forgets the shown object whenever the host's drawing changes: its id
+  // dies with the drawing.
+  kovHostPropSystem();
+
   void showProperties(const OdDbObjectId& id) override;
   void refreshProperties() override;
   const OdDbObjectId& shownObject() const { return m_shown; }

@@ -27,6 +27,6 @@ QString kovHostViewSystem::activeRenderEngine(OdDbDatabase* db) const
 
 void kovHostViewSystem::refresh(const OdDbObjectId& id)
 {
-  Q_UNUSED(id);
+  emit refreshed(id);
   emit changed();
 }

@@ -6,7 +6,8 @@
 #include <QObject>
 
 // The host's views: one viewport per open drawing (number 0) with its camera.
-// Views that show it repaint on changed().
+// Views that show it repaint on changed(); refresh() also says refreshed(),
+// after which they draw the drawing anew.
 class kovHostViewSystem : public QObject, public IkovViewSystem {
   Q_OBJECT
 public:
@@ -21,6 +22,7 @@ public:
 
 signals:
   void changed();
+  void refreshed(const OdDbObjectId& id);
 
 private:
   kovViewCamera m_camera;

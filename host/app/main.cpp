@@ -29,6 +29,42 @@ bool wantsHeadless(int argc, char** argv)
   return false;
 }
 
+int runHeadless(kovHostApplication& app, kovHostServices& services, const QCommandLineParser& parser,
+                const QString& drawing)
+{
+  QTextStream err(stderr);
+  QString message;
+  if (!app.loadAnimationModule(message))
+    err << "kovhost: the animation module was not loaded: " << message << '\n';
+  try {
+    if (drawing.isEmpty()) {
+      app.setDatabase(OdDbDatabase::createObject(), QString());
+    } else {
+      const QString path = QFileInfo(drawing).absoluteFilePath();
+      app.setDatabase(OdDbFileReader::readFile(odFromQString(path)), path);
+    }
+  } catch (const OdError& error) {
+    err << "kovhost: " << odToQString(error.description()) << '\n';
+    return 1;
+  }
+
+  kovHeadlessRunner runner(app, services);
+  QStringList lines = parser.values(QStringLiteral("c"));
+  if (parser.isSet(QStringLiteral("script"))) {
+    QStringList scriptLines;
+    if (!kovHeadlessRunner::readScript(parser.value(QStringLiteral("script")), scriptLines, message)) {
+      err << "kovhost: " << message << '\n';
+      return 1;
+    }
+    lines = scriptLines + lines;
+  }
+  if (lines.isEmpty()) {
+    runner.describe();
+    return 0;
+  }
+  return runner.run(lines);
+}
+
 } // namespace
 
 int main(int argc, char* argv[])
@@ -52,49 +88,18 @@ int main(int argc, char* argv[])
   parser.parse(arguments);
   kovHostApplication app(argc, argv, parser.value(QStringLiteral("settings")));
   parser.process(app);
-  QTextStream err(stderr);
 
   odInitialize();
   int exitCode = 0;
   {
     kovHostServices services;
     kovHostCommands commands;
-    QString message;
-    if (!app.loadAnimationModule(message))
-      err << "kovhost: the animation module was not loaded: " << message << '\n';
-
     const QStringList positional = parser.positionalArguments();
-    try {
-      if (positional.isEmpty()) {
-        app.setDatabase(OdDbDatabase::createObject(), QString());
-      } else {
-        const QString path = QFileInfo(positional.first()).absoluteFilePath();
-        app.setDatabase(OdDbFileReader::readFile(odFromQString(path)), path);
-      }
-    } catch (const OdError& error) {
-      err << "kovhost: " << odToQString(error.description()) << '\n';
-      exitCode = 1;
-    }
-
-    if (exitCode == 0 && parser.isSet(QStringLiteral("headless"))) {
-      kovHeadlessRunner runner(app, services);
-      QStringList lines = parser.values(QStringLiteral("c"));
-      if (parser.isSet(QStringLiteral("script"))) {
-        QStringList scriptLines;
-        if (!kovHeadlessRunner::readScript(parser.value(QStringLiteral("script")), scriptLines, message)) {
-          err << "kovhost: " << message << '\n';
-          exitCode = 1;
-        }
-        lines = scriptLines + lines;
-      }
-      if (exitCode == 0) {
-        if (lines.isEmpty())
-          runner.describe();
-        else
-          exitCode = runner.run(lines);
-      }
-    } else if (exitCode == 0) {
-      exitCode = runDesktop(app, services);
+    if (parser.isSet(QStringLiteral("headless"))) {
+      exitCode = runHeadless(app, services, parser, positional.value(0));
+    } else {
+      // The window, with the module's docks in it, is gone when this returns.
+      exitCode = runDesktop(app, services, positional.value(0));
     }
     app.unloadAnimationModule();
   }

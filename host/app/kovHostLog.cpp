@@ -1,0 +1,3 @@
+#include "host/app/kovHostLog.h"
+
+Q_LOGGING_CATEGORY(lcHostDesktop, "kov.host.desktop")
