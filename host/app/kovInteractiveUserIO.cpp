@@ -181,20 +181,5 @@ OdDbObjectIdArray kovInteractiveUserIO::select(const OdString& prompt, int optio
   }
 
   const PromptScope scope(m_asking, Waiting::Objects, m_view, nullptr);
-  const OdString shown = prompt.isEmpty() ? OdString(L"Select objects:") : prompt;
-  for (;;) {
-    const OdString answer = getInput(shown);
-    if (answer.isEmpty())
-      return ids;
-    const OdDbHandle handle(answer);
-    const OdDbObjectId id = handle.isNull() ? OdDbObjectId() : m_database->getOdDbObjectId(handle);
-    if (!id.isValid()) {
-      putString(OdString(L"No object has the handle ") + answer + L".");
-      continue;
-    }
-    if (!ids.contains(id))
-      ids.append(id);
-    if (options & OdEd::kSelSingleEntity)
-      return ids;
-  }
+  return selectByHandles(m_database, prompt, options, ids);
 }

@@ -48,21 +48,5 @@ OdDbObjectIdArray OdDbScriptUserIO::select(const OdString& prompt, int options)
   const OdDbDatabasePtr database(m_pDatabase.get());
   if (database.isNull())
     throw OdError(eNoDatabase, OdString(L"Selecting objects needs a drawing"));
-  const OdString shown = prompt.isEmpty() ? OdString(L"Select objects:") : prompt;
-  OdDbObjectIdArray ids;
-  for (;;) {
-    const OdString answer = getInput(shown);
-    if (answer.isEmpty())
-      return ids;
-    const OdDbHandle handle(answer);
-    const OdDbObjectId id = handle.isNull() ? OdDbObjectId() : database->getOdDbObjectId(handle);
-    if (!id.isValid()) {
-      putString(OdString(L"No object has the handle ") + answer + L".");
-      continue;
-    }
-    if (!ids.contains(id))
-      ids.append(id);
-    if (options & OdEd::kSelSingleEntity)
-      return ids;
-  }
+  return selectByHandles(database.get(), prompt, options);
 }

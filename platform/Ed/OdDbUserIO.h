@@ -4,6 +4,8 @@
 #include "Db/OdDbObjectId.h"
 #include "Ed/OdEdBaseUserIO.h"
 
+class OdDbDatabase;
+
 // User input of commands that work on a drawing: adds picking objects.
 class OdDbUserIO : public OdEdBaseUserIO {
   ODRX_DECLARE_MEMBERS(OdDbUserIO);
@@ -13,6 +15,12 @@ public:
   // OdEd::kSelSingleEntity, one object). Returns them in the order picked,
   // each once; empty when the user picked none. Cancelling raises OdEdCancel.
   virtual OdDbObjectIdArray select(const OdString& prompt = OdString::kEmpty, int options = OdEd::kSelDefault) = 0;
+
+protected:
+  // Selection typed as object handles in hexadecimal, one per answer, until an
+  // empty answer; adds to ids. Unknown handles are reported and asked again.
+  OdDbObjectIdArray selectByHandles(OdDbDatabase* database, const OdString& prompt, int options,
+                                    OdDbObjectIdArray ids = OdDbObjectIdArray());
 };
 
 typedef OdSmartPtr<OdDbUserIO> OdDbUserIOPtr;
