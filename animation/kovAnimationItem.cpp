@@ -2,6 +2,7 @@
 
 #include "animation/kovAnimationItemCache.h"
 #include "animation/kovAnimationTrack.h"
+#include "animation/kovKeyframeCodec.h"
 
 kovAnimationItem::kovAnimationItem() = default;
 
@@ -115,18 +116,26 @@ void kovAnimationItem::setRange(double minValue, double maxValue, int decimals)
   m_decimals = decimals;
 }
 
-void kovAnimationItem::setValue(int ms, const QVariant& value)
+bool kovAnimationItem::setValue(int ms, const QVariant& value)
 {
+  if (!kovKeyframeCodec::whyNotStorable(value).isEmpty())
+    return false;
   m_values.insert(ms, value);
   invalidateCache();
   emit valueChanged(this);
+  return true;
 }
 
-void kovAnimationItem::setValues(const QMap<int, QVariant>& values)
+bool kovAnimationItem::setValues(const QMap<int, QVariant>& values)
 {
+  for (const QVariant& value : values) {
+    if (!kovKeyframeCodec::whyNotStorable(value).isEmpty())
+      return false;
+  }
   m_values = values;
   invalidateCache();
   emit valueChanged(this);
+  return true;
 }
 
 int kovAnimationItem::removeValue(int ms)

@@ -74,8 +74,10 @@ public:
   void setValueList(const QStringList& list) { m_valueList = list; }
   void setTransientWord(quint64 word) { m_transientWord = word; }
 
-  void setValue(int ms, const QVariant& value);
-  void setValues(const QMap<int, QVariant>& values);
+  // Both refuse (false, nothing changed) a value that a drawing can't keep;
+  // kovKeyframeCodec::whyNotStorable says why.
+  bool setValue(int ms, const QVariant& value);
+  bool setValues(const QMap<int, QVariant>& values);
   int removeValue(int ms);
   void clearValues();
 

@@ -32,6 +32,7 @@
 // allocating for it, and refuses a damaged keyframe value.
 #include "animation/kovAnimationTrack.h"
 
+#include "animation/kovFilerCount.h"
 #include "animation/kovKeyframeCodec.h"
 #include "db/kovDbTempBlockReference.h"
 
@@ -51,18 +52,9 @@ const OdUInt64 kMinKeyframeBytes = 8;
 // A string takes at least its length.
 const OdUInt64 kMinStringBytes = 4;
 
-// The reader adds the track's name to every error (see dwgInFields).
-OdError damaged(const QString& what)
+OdString trackContext(const QString& name)
 {
-  return OdError(eDwgObjectImproperlyRead, odFromQString(what));
-}
-
-OdInt32 readCount(OdDbDwgFiler* filer, OdUInt64 minBytesEach, const char* what)
-{
-  const OdInt32 count = filer->rdInt32();
-  if (count < 0 || static_cast<OdUInt64>(count) * minBytesEach > filer->bytesLeft())
-    throw damaged(QStringLiteral("impossible %1 count %2").arg(QLatin1String(what)).arg(count));
-  return count;
+  return odFromQString(QStringLiteral("Animation track \"%1\": ").arg(name));
 }
 
 OdDbObjectId idOf(OdDbDwgFiler* filer, const OdDbHandle& handle)
@@ -147,7 +139,7 @@ try {
   m_entityUniqueName = odToQString(filer->rdString());
   m_startMillisecond = filer->rdInt32();
 
-  resizeAnimationElements(readCount(filer, kMinItemBytes, "sub-track"));
+  resizeAnimationElements(kovReadCount(filer, kMinItemBytes, "sub-track"));
   for (kovAnimationItem& item : m_animationElements) {
     item.m_paramsType = static_cast<kovAnimationItem::ParameterType>(filer->rdInt32());
     item.m_animationType = static_cast<kovAnimationItem::AnimationType>(filer->rdInt32());
@@ -162,20 +154,21 @@ try {
       item.m_maxValue = filer->rdDouble();
       item.m_decimals = filer->rdInt32();
       item.m_valueList.clear();
-      const OdInt32 entries = readCount(filer, kMinStringBytes, "value list");
+      const OdInt32 entries = kovReadCount(filer, kMinStringBytes, "value list");
       for (OdInt32 i = 0; i < entries; ++i)
         item.m_valueList.append(odToQString(filer->rdString()));
     }
-    const OdInt32 keyframes = readCount(filer, kMinKeyframeBytes, "keyframe");
+    const OdInt32 keyframes = kovReadCount(filer, kMinKeyframeBytes, "keyframe");
     QMap<int, QVariant> values;
     for (OdInt32 i = 0; i < keyframes; ++i) {
       const OdInt32 key = filer->rdInt32();
-      const OdInt32 size = readCount(filer, 1, "keyframe byte");
+      const OdInt32 size = kovReadCount(filer, 1, "keyframe byte");
       QByteArray bytes(size, Qt::Uninitialized);
       filer->rdBytes(bytes.data(), static_cast<OdUInt32>(size));
       QVariant value;
       if (!kovKeyframeCodec::decode(bytes, value))
-        throw damaged(QStringLiteral("the keyframe value at %1 ms is damaged").arg(key));
+        throw OdError(eDwgObjectImproperlyRead,
+                      odFromQString(QStringLiteral("the keyframe value at %1 ms is damaged").arg(key)));
       values.insert(key, value);
     }
     item.m_values = values;
@@ -222,9 +215,9 @@ try {
     }
   }
   return filer->filerStatus();
-} catch (const OdError& error) {
+} catch (OdError& error) {
   // The filer and the class registry know nothing of tracks: say which one
   // could not be read (the name, once it was read).
-  throw OdError(error.code(),
-                odFromQString(QStringLiteral("Animation track \"%1\": ").arg(m_trackName)) + error.description());
+  error.prependContext(trackContext(m_trackName));
+  throw;
 }

@@ -1,107 +1,14 @@
 #include "animation/kovKeyframeCodec.h"
 
+#include "animation/kovVariantStreamCheck.h"
+
 #include <QDataStream>
+#include <QDateTime>
 #include <QtEndian>
 
 #include <cstring>
 
 namespace {
-
-// Walks one serialised variant, or one element of a typed list, in place.
-class VariantWalker {
-public:
-  explicit VariantWalker(const QByteArray& bytes)
-    : m_data(reinterpret_cast<const uchar*>(bytes.constData()))
-    , m_left(static_cast<size_t>(bytes.size()))
-  {
-  }
-
-  bool variant(int depth)
-  {
-    quint32 type = 0;
-    quint8 isNull = 0;
-    if (depth > kovKeyframeCodec::kMaxDepth || !u32(type) || !u8(isNull))
-      return false;
-    switch (type) {
-    case QMetaType::UnknownType: return true;
-    case QMetaType::Bool: return skip(1);
-    case QMetaType::Int:
-    case QMetaType::UInt: return skip(4);
-    case QMetaType::LongLong:
-    case QMetaType::ULongLong:
-    case QMetaType::Double: return skip(8);
-    case QMetaType::QString:
-    case QMetaType::QByteArray: return sized(type == QMetaType::QString);
-    case QMetaType::QStringList: return stringList();
-    case QMetaType::QVariantList: return variantList(depth);
-    default: return false;
-    }
-  }
-
-  bool atEnd() const { return m_left == 0; }
-
-private:
-  bool u8(quint8& v)
-  {
-    if (m_left < 1)
-      return false;
-    v = *m_data;
-    return skip(1);
-  }
-  bool u32(quint32& v)
-  {
-    if (m_left < 4)
-      return false;
-    v = qFromBigEndian<quint32>(m_data);
-    return skip(4);
-  }
-  bool skip(size_t n)
-  {
-    if (m_left < n)
-      return false;
-    m_data += n;
-    m_left -= n;
-    return true;
-  }
-  // A length-prefixed block; all ones marks a null text or array.
-  bool sized(bool utf16)
-  {
-    quint32 length = 0;
-    if (!u32(length))
-      return false;
-    if (length == 0xFFFFFFFFu)
-      return true;
-    if (utf16 && (length & 1u))
-      return false;
-    return skip(length);
-  }
-  bool stringList()
-  {
-    quint32 count = 0;
-    if (!u32(count) || count > m_left / 4)
-      return false;
-    for (quint32 i = 0; i < count; ++i) {
-      if (!sized(true))
-        return false;
-    }
-    return true;
-  }
-  bool variantList(int depth)
-  {
-    quint32 count = 0;
-    // Every element takes at least its type id and null flag.
-    if (!u32(count) || count > m_left / 5)
-      return false;
-    for (quint32 i = 0; i < count; ++i) {
-      if (!variant(depth + 1))
-        return false;
-    }
-    return true;
-  }
-
-  const uchar* m_data;
-  size_t m_left;
-};
 
 // Writes the bytes QDataStream writes for the kinds keyframes hold, without
 // a stream and a device per keyframe (which cost most of a drawing's saving
@@ -111,7 +18,7 @@ class VariantBytes {
 public:
   static bool write(const QVariant& value, QByteArray& out, int depth)
   {
-    if (value.isNull() || depth > kovKeyframeCodec::kMaxDepth)
+    if (value.isNull() || depth > kovVariantStreamCheck::kMaxDepth)
       return false;
     const int type = value.userType();
     u32(out, static_cast<quint32>(type));
@@ -245,10 +152,12 @@ QByteArray kovKeyframeCodec::encode(const QVariant& value)
   return bytes;
 }
 
-bool kovKeyframeCodec::decode(const QByteArray& bytes, QVariant& value)
+namespace {
+
+// Reads what the walk accepts; false when QDataStream does not take every byte.
+bool decodeChecked(const QByteArray& bytes, QVariant& value)
 {
-  VariantWalker walker(bytes);
-  if (!walker.variant(0) || !walker.atEnd())
+  if (!kovVariantStreamCheck::isWholeVariant(bytes))
     return false;
   VariantReader reader(bytes);
   if (reader.variant(value))
@@ -256,8 +165,89 @@ bool kovKeyframeCodec::decode(const QByteArray& bytes, QVariant& value)
   QDataStream in(bytes);
   QVariant read;
   in >> read;
-  if (in.status() != QDataStream::Ok)
+  if (in.status() != QDataStream::Ok || !in.atEnd())
     return false;
+  value = read;
+  return true;
+}
+
+// Values whose bytes are plain numbers and texts read back bit for bit.
+bool readsBackBitForBit(int type)
+{
+  switch (type) {
+  case QMetaType::QString:
+  case QMetaType::QByteArray:
+  case QMetaType::QStringList:
+  case QMetaType::QByteArrayList:
+  case QMetaType::QBitArray: return true;
+  default: return kovVariantStreamCheck::hasFixedSize(type);
+  }
+}
+
+QString whyNot(const QVariant& value, int depth);
+
+template <typename Container> QString firstWhyNot(const Container& elements, int depth)
+{
+  for (const QVariant& element : elements) {
+    const QString why = whyNot(element, depth + 1);
+    if (!why.isEmpty())
+      return why;
+  }
+  return QString();
+}
+
+QString whyNot(const QVariant& value, int depth)
+{
+  const int type = value.userType();
+  const QString typeName = QString::fromLatin1(QMetaType::typeName(type) ? QMetaType::typeName(type) : "?");
+  if (depth > kovVariantStreamCheck::kMaxDepth)
+    return QStringLiteral("lists and maps nest more than %1 levels deep").arg(kovVariantStreamCheck::kMaxDepth);
+  if (!kovVariantStreamCheck::knowsType(type))
+    return QStringLiteral("values of type %1 can't be kept in a drawing").arg(typeName);
+  if (type == QMetaType::QVariantList)
+    return firstWhyNot(value.toList(), depth);
+  if (type == QMetaType::QVariantMap)
+    return firstWhyNot(value.toMap(), depth);
+  if (type == QMetaType::QVariantHash)
+    return firstWhyNot(value.toHash(), depth);
+  // Checked before encoding: QDataStream crashes on a zone it doesn't know.
+  if (type == QMetaType::QDateTime && value.toDateTime().timeSpec() == Qt::TimeZone)
+    return QStringLiteral("a date and time in a named time zone can't be kept in a drawing, since its meaning "
+                          "depends on the computer's time zone data; convert it to UTC or to an offset from UTC");
+  if (readsBackBitForBit(type))
+    return QString();
+  // Bytes that read back into a value that writes the same bytes again are
+  // kept; NaNs inside are no equal values, so equality is asked only of values
+  // equal to themselves.
+  const QByteArray bytes = kovKeyframeCodec::encode(value);
+  QVariant back;
+  if (!decodeChecked(bytes, back) || kovKeyframeCodec::encode(back) != bytes
+      || (back != value && value == value))
+    return QStringLiteral("this %1 value doesn't read back as it was written").arg(typeName);
+  return QString();
+}
+
+} // namespace
+
+QString kovKeyframeCodec::whyNotStorable(const QVariant& value)
+{
+  return whyNot(value, 0);
+}
+
+bool kovKeyframeCodec::decode(const QByteArray& bytes, QVariant& value)
+{
+  QVariant read;
+  if (!decodeChecked(bytes, read))
+    return false;
+  // Bytes this writer did not write (a URL or a locale changed by damage, say)
+  // can read as a value that writes other bytes. Such a value is taken as it
+  // reads back once more, so that a drawing that opens also saves; one that
+  // still changes is refused.
+  if (!whyNotStorable(read).isEmpty()) {
+    const QByteArray again = encode(read);
+    if (!decodeChecked(again, read) || !whyNotStorable(read).isEmpty())
+      return false;
+  }
   value = read;
   return true;
 }

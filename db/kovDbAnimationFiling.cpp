@@ -23,6 +23,8 @@
 // 112, the gizmo flag after 112. A newer version reads as 113.
 #include "db/kovDbAnimation.h"
 
+#include "animation/kovFilerCount.h"
+
 #include "Db/OdDbDatabase.h"
 #include "Db/OdDbDwgFiler.h"
 
@@ -46,14 +48,10 @@ OdInt32 wholeFrameRate(double rate)
   return static_cast<OdInt32>(std::fmax(std::fmin(rate, INT_MAX), INT_MIN));
 }
 
-// The reader adds the animation's name to every error (see dwgInFields).
-OdInt32 readCount(OdDbDwgFiler* filer, OdUInt64 minBytesEach, const char* what)
+// The reader names the animation in every error they pass on.
+OdString animationContext(const QString& name)
 {
-  const OdInt32 count = filer->rdInt32();
-  if (count < 0 || static_cast<OdUInt64>(count) * minBytesEach > filer->bytesLeft())
-    throw OdError(eDwgObjectImproperlyRead,
-                  odFromQString(QStringLiteral("impossible %1 count %2").arg(QLatin1String(what)).arg(count)));
-  return count;
+  return odFromQString(QStringLiteral("Animation \"%1\": ").arg(name));
 }
 
 } // namespace
@@ -106,7 +104,7 @@ try {
   m_selectedElementIndex = filer->rdInt32();
   m_currentPositionMs = filer->rdInt32();
 
-  const OdInt32 trackCount = readCount(filer, kMinTrackBytes, "track");
+  const OdInt32 trackCount = kovReadCount(filer, kMinTrackBytes, "track");
   // The tracks replace the entity's only when all of them could be read, so
   // that a failed read leaves no empty slot behind.
   std::vector<kovAnimationTrackPtr> tracks(static_cast<size_t>(trackCount));
@@ -119,7 +117,7 @@ try {
   m_tracks.swap(tracks);
 
   if (version >= 107) {
-    const OdInt32 cutCount = readCount(filer, kMinCutBytes, "camera cut");
+    const OdInt32 cutCount = kovReadCount(filer, kMinCutBytes, "camera cut");
     m_cuts.clear();
     OdDbDatabase* db = filer->database();
     for (OdInt32 i = 0; i < cutCount; ++i) {
@@ -155,6 +153,7 @@ try {
   for (const kovAnimationTrackPtr& track : m_tracks)
     connetTrackSignals(track.get());
   return filer->filerStatus();
-} catch (const OdError& error) {
-  throw OdError(error.code(), odFromQString(QStringLiteral("Animation \"%1\": ").arg(m_name)) + error.description());
+} catch (OdError& error) {
+  error.prependContext(animationContext(m_name));
+  throw;
 }

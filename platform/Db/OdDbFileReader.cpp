@@ -163,8 +163,9 @@ private:
     OdResult res = eOk;
     try {
       res = object->dwgInFields(&fields);
-    } catch (const OdError& error) {
-      throw OdError(error.code(), which() + L": " + error.description());
+    } catch (OdError& error) {
+      error.prependContext(which() + L": ");
+      throw;
     }
     if (res != eOk)
       throw OdError(eDwgObjectImproperlyRead, which() + L" holds invalid data (" + odResultDescription(res) + L")");
@@ -194,8 +195,9 @@ OdDbDatabasePtr OdDbFileReader::readBuffer(const void* data, OdUInt64 size, cons
   try {
     Reader reader(static_cast<const OdUInt8*>(data), data ? size : 0);
     return reader.read(OdDbDatabasePtr(new OdDbDatabase));
-  } catch (const OdError& error) {
-    throw OdError(error.code(), prefix + error.description());
+  } catch (OdError& error) {
+    error.prependContext(prefix);
+    throw;
   } catch (const std::bad_alloc&) {
     throw OdError(eOutOfMemory, prefix + L"there is not enough memory");
   }

@@ -71,8 +71,9 @@ void OdDbFileWriter::writeFile(OdDbDatabase* db, const OdString& path)
   std::vector<OdUInt8> image;
   try {
     image = fileImage(db);
-  } catch (const OdError& error) {
-    throw OdError(error.code(), prefix + error.description());
+  } catch (OdError& error) {
+    error.prependContext(prefix);
+    throw;
   }
   // QSaveFile writes a temporary file in the target's folder, syncs it to disk
   // on commit and renames it over the target; without a commit the temporary

@@ -454,6 +454,13 @@ struct OdGeNurbCurve3d::Impl {
     u = std::min(std::max(u, b.start), b.end);
     return eOk;
   }
+  // The same for a derivative, which a curve collapsed to a point lacks.
+  OdResult checkDerivParam(const Built& b, double& u) const
+  {
+    if (b.status != eOk)
+      return b.status;
+    return b.isPoint ? eDegenerateGeometry : checkParam(b, u);
+  }
 };
 
 OdGeNurbCurve3d::OdGeNurbCurve3d() : m_impl(new Impl) {}
@@ -712,9 +719,7 @@ OdResult OdGeNurbCurve3d::getFirstDeriv(double param, OdGeVector3d& deriv) const
 {
   return guarded([&] {
     const Built& b = m_impl->curve();
-    OdResult res = b.status;
-    if (res == eOk)
-      res = b.isPoint ? eDegenerateGeometry : m_impl->checkParam(b, param);
+    const OdResult res = m_impl->checkDerivParam(b, param);
     if (res != eOk)
       return res;
     gp_Pnt p;
@@ -729,9 +734,7 @@ OdResult OdGeNurbCurve3d::getSecondDeriv(double param, OdGeVector3d& deriv) cons
 {
   return guarded([&] {
     const Built& b = m_impl->curve();
-    OdResult res = b.status;
-    if (res == eOk)
-      res = b.isPoint ? eDegenerateGeometry : m_impl->checkParam(b, param);
+    const OdResult res = m_impl->checkDerivParam(b, param);
     if (res != eOk)
       return res;
     gp_Pnt p;

@@ -26,6 +26,11 @@ OdString OdError::description() const
   return OdString(odResultDescription(m_code));
 }
 
+void OdError::prependContext(const OdString& context)
+{
+  m_message = context + description();
+}
+
 namespace {
 
 OdString classMismatchText(const OdRxClass* from, const OdRxClass* to)

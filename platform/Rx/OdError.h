@@ -18,6 +18,11 @@ public:
   OdResult code() const { return m_code; }
   OdString description() const;
 
+  // Puts what was being done in front of the message. Handlers that add
+  // context change the caught object and rethrow it (`throw;`), so that the
+  // error keeps its class for the handlers further out.
+  void prependContext(const OdString& context);
+
 private:
   OdResult m_code;
   OdString m_message;

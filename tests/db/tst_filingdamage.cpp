@@ -14,7 +14,7 @@
 #include "Rx/OdError.h"
 
 #include <QDataStream>
-#include <QRect>
+#include <QEasingCurve>
 
 #include <cstring>
 #include <functional>
@@ -226,7 +226,7 @@ TEST_F(FilingDamage, damagedKeyframeValuesAreRefused)
   } cases[] = {
     { "empty", QByteArray() },
     { "unknown type id", streamed([](QDataStream& s) { s << quint32(0x7777) << quint8(0) << double(1); }) },
-    { "a type keyframes never hold", kovKeyframeBytes(QVariant(QRect(1, 2, 3, 4))) },
+    { "a type whose bytes can't be trusted", kovKeyframeBytes(QVariant(QEasingCurve(QEasingCurve::InQuad))) },
     { "list count 0x7fffffff", streamed([](QDataStream& s) { s << quint32(QMetaType::QVariantList) << quint8(0)
                                                                 << quint32(0x7fffffff) << QVariant(1.0); }) },
     { "string list count 0x7fffffff", streamed([](QDataStream& s) { s << quint32(QMetaType::QStringList)
