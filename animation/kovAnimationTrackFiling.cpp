@@ -32,7 +32,6 @@
 // allocating for it, and refuses a damaged keyframe value.
 #include "animation/kovAnimationTrack.h"
 
-#include "animation/kovFilerCount.h"
 #include "animation/kovKeyframeCodec.h"
 #include "db/kovDbTempBlockReference.h"
 
@@ -40,6 +39,7 @@
 #include "Db/OdDbBlockTableRecord.h"
 #include "Db/OdDbDatabase.h"
 #include "Db/OdDbDwgFiler.h"
+#include "Db/OdDbReadCount.h"
 
 namespace {
 
@@ -139,7 +139,7 @@ try {
   m_entityUniqueName = odToQString(filer->rdString());
   m_startMillisecond = filer->rdInt32();
 
-  resizeAnimationElements(kovReadCount(filer, kMinItemBytes, "sub-track"));
+  resizeAnimationElements(odDbReadCount(filer, kMinItemBytes, "sub-track"));
   for (kovAnimationItem& item : m_animationElements) {
     item.m_paramsType = static_cast<kovAnimationItem::ParameterType>(filer->rdInt32());
     item.m_animationType = static_cast<kovAnimationItem::AnimationType>(filer->rdInt32());
@@ -154,15 +154,15 @@ try {
       item.m_maxValue = filer->rdDouble();
       item.m_decimals = filer->rdInt32();
       item.m_valueList.clear();
-      const OdInt32 entries = kovReadCount(filer, kMinStringBytes, "value list");
+      const OdInt32 entries = odDbReadCount(filer, kMinStringBytes, "value list");
       for (OdInt32 i = 0; i < entries; ++i)
         item.m_valueList.append(odToQString(filer->rdString()));
     }
-    const OdInt32 keyframes = kovReadCount(filer, kMinKeyframeBytes, "keyframe");
+    const OdInt32 keyframes = odDbReadCount(filer, kMinKeyframeBytes, "keyframe");
     QMap<int, QVariant> values;
     for (OdInt32 i = 0; i < keyframes; ++i) {
       const OdInt32 key = filer->rdInt32();
-      const OdInt32 size = kovReadCount(filer, 1, "keyframe byte");
+      const OdInt32 size = odDbReadCount(filer, 1, "keyframe byte");
       QByteArray bytes(size, Qt::Uninitialized);
       filer->rdBytes(bytes.data(), static_cast<OdUInt32>(size));
       QVariant value;

@@ -23,10 +23,9 @@
 // 112, the gizmo flag after 112. A newer version reads as 113.
 #include "db/kovDbAnimation.h"
 
-#include "animation/kovFilerCount.h"
-
 #include "Db/OdDbDatabase.h"
 #include "Db/OdDbDwgFiler.h"
+#include "Db/OdDbReadCount.h"
 
 #include <climits>
 #include <cmath>
@@ -104,7 +103,7 @@ try {
   m_selectedElementIndex = filer->rdInt32();
   m_currentPositionMs = filer->rdInt32();
 
-  const OdInt32 trackCount = kovReadCount(filer, kMinTrackBytes, "track");
+  const OdInt32 trackCount = odDbReadCount(filer, kMinTrackBytes, "track");
   // The tracks replace the entity's only when all of them could be read, so
   // that a failed read leaves no empty slot behind.
   std::vector<kovAnimationTrackPtr> tracks(static_cast<size_t>(trackCount));
@@ -117,7 +116,7 @@ try {
   m_tracks.swap(tracks);
 
   if (version >= 107) {
-    const OdInt32 cutCount = kovReadCount(filer, kMinCutBytes, "camera cut");
+    const OdInt32 cutCount = odDbReadCount(filer, kMinCutBytes, "camera cut");
     m_cuts.clear();
     OdDbDatabase* db = filer->database();
     for (OdInt32 i = 0; i < cutCount; ++i) {

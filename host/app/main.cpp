@@ -6,6 +6,7 @@
 #include "host/app/kovDesktop.h"
 #include "host/app/kovHeadlessRunner.h"
 #include "host/app/kovHostApplication.h"
+#include "host/app/kovHostClasses.h"
 #include "host/app/kovHostCommands.h"
 #include "host/app/kovHostServices.h"
 
@@ -92,6 +93,7 @@ int main(int argc, char* argv[])
   odInitialize();
   int exitCode = 0;
   {
+    kovHostClasses classes;
     kovHostServices services;
     kovHostCommands commands;
     const QStringList positional = parser.positionalArguments();

@@ -1,10 +1,12 @@
-// libFuzzer target over every reader of animations: the drawing loader (for
-// inputs that start as a drawing file), the animation entity's reader and
-// the track's reader. See kovAnimationReaderInput.h.
+// libFuzzer target over every reader of animations and scene meshes: the
+// drawing loader (for inputs that start as a drawing file), the animation
+// entity's reader, the track's reader and the polygon mesh's reader. See
+// kovAnimationReaderInput.h.
 
 #include "kovAnimationReaderInput.h"
 
 #include "db/kovDbTempBlockReference.h"
+#include "polymesh/kovDbPolygonMesh.h"
 
 #include "Db/OdDbModule.h"
 
@@ -16,6 +18,7 @@ extern "C" int LLVMFuzzerInitialize(int*, char***)
   odInitialize();
   kovDbTempBlockReference::rxInit();
   kovDbAnimation::rxInit();
+  kovDbPolygonMesh::rxInit();
   return 0;
 }
 

@@ -5,11 +5,14 @@
 // fuzz targets and the test that replays what they found. A drawing file
 // image (by its magic) goes to the drawing loader, with its length and
 // checksum made to agree first so that the bytes reach the object readers;
-// anything else is read both as a track and as an animation entity, in a
-// drawing so that handles and older block records have somewhere to go.
+// anything else is read as a track, as an animation entity and as a polygon
+// mesh, in a drawing so that handles and older block records have somewhere
+// to go.
 // Readers may refuse the bytes with OdError; anything else escapes.
 
 #include "kovAnimationDrawing.h"
+
+#include "polymesh/kovDbPolygonMesh.h"
 
 #include "Db/OdDbFileReader.h"
 #include "Rx/OdError.h"
@@ -36,6 +39,12 @@ inline void kovReadAnimationInput(const OdUInt8* data, size_t size)
   try {
     kovDbAnimationPtr animation = kovDbAnimation::createObject();
     animation->dwgInFields(&filer);
+  } catch (const OdError&) {
+  }
+  filer.setExternalBuffer(data, size);
+  try {
+    kovDbPolygonMeshPtr mesh = kovDbPolygonMesh::createObject();
+    mesh->dwgInFields(&filer);
   } catch (const OdError&) {
   }
 }

@@ -1,10 +1,10 @@
-#include "animation/kovFilerCount.h"
+#include "Db/OdDbReadCount.h"
 
 #include "Rx/OdError.h"
 
 #include <QString>
 
-OdInt32 kovReadCount(OdDbDwgFiler* filer, OdUInt64 minBytesEach, const char* what)
+OdInt32 odDbReadCount(OdDbDwgFiler* filer, OdUInt64 minBytesEach, const char* what)
 {
   const OdInt32 count = filer->rdInt32();
   if (count < 0 || static_cast<OdUInt64>(count) * minBytesEach > filer->bytesLeft())
