@@ -109,6 +109,20 @@ OdGeExtents3d Mesh::extents() const
   return box;
 }
 
+double Mesh::volume() const
+{
+  double sixTimes = 0.0;
+  for (const Face& face : faces) {
+    const OdGeVector3d a = vertices[static_cast<size_t>(face.vertices[0])].position.asVector();
+    for (size_t i = 1; i + 1 < face.vertices.size(); ++i) {
+      const OdGeVector3d b = vertices[static_cast<size_t>(face.vertices[i])].position.asVector();
+      const OdGeVector3d c = vertices[static_cast<size_t>(face.vertices[i + 1])].position.asVector();
+      sixTimes += a.dotProduct(b.crossProduct(c));
+    }
+  }
+  return sixTimes / 6.0;
+}
+
 void Mesh::transformBy(const OdGeMatrix3d& xform)
 {
   OdGeMatrix3d normals = xform;

@@ -38,6 +38,9 @@ public:
   // Triangles when every face is split into a fan.
   OdUInt64 triangleCount() const;
   OdGeExtents3d extents() const;
+  // The volume a closed mesh encloses (faces split into fans); negative when
+  // its faces look inwards, meaningless when it is open.
+  double volume() const;
   // Moves the corners; normals follow the inverse transpose and stay unit long.
   // A mirroring transform keeps the faces' fronts outside by reversing them.
   void transformBy(const OdGeMatrix3d& xform);

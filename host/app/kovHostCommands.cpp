@@ -84,7 +84,9 @@ kovHostCommands::kovHostCommands()
 {
   OdEdCommandStackPtr stack = odedRegCmds();
   for (OdEdCommand* command : { static_cast<OdEdCommand*>(&m_new), static_cast<OdEdCommand*>(&m_open),
-                                static_cast<OdEdCommand*>(&m_save), static_cast<OdEdCommand*>(&m_list) })
+                                static_cast<OdEdCommand*>(&m_save), static_cast<OdEdCommand*>(&m_list),
+                                static_cast<OdEdCommand*>(&m_box), static_cast<OdEdCommand*>(&m_sphere),
+                                static_cast<OdEdCommand*>(&m_cylinder), static_cast<OdEdCommand*>(&m_plane) })
     stack->addCommand(command);
 }
 

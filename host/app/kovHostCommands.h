@@ -1,6 +1,8 @@
 #ifndef KOV_HOST_COMMANDS_H
 #define KOV_HOST_COMMANDS_H
 
+#include "host/app/kovSceneCommand.h"
+
 #include "Ed/OdEdCommand.h"
 #include "Rx/OdStaticRxObject.h"
 
@@ -16,7 +18,8 @@ private:
   OdString m_name;
 };
 
-// Adds the commands to the command stack for the life of this object.
+// Adds the host's commands and the scene commands to the command stack for
+// the life of this object.
 class kovHostCommands {
 public:
   kovHostCommands();
@@ -27,6 +30,10 @@ private:
   OdStaticRxObject<kovHostCommand> m_open { L"open" };
   OdStaticRxObject<kovHostCommand> m_save { L"save" };
   OdStaticRxObject<kovHostCommand> m_list { L"list" };
+  OdStaticRxObject<kovSceneCommand> m_box { L"box" };
+  OdStaticRxObject<kovSceneCommand> m_sphere { L"sphere" };
+  OdStaticRxObject<kovSceneCommand> m_cylinder { L"cylinder" };
+  OdStaticRxObject<kovSceneCommand> m_plane { L"plane" };
 };
 
 #endif

@@ -1,7 +1,7 @@
 // kovhost: the reference host of the animation module.
 //
 //   kovhost [--settings FILE] [DRAWING]            the desktop application
-//   kovhost --headless [--script FILE | -c LINE ...] [DRAWING]
+//   kovhost --headless [--script FILE ...] [-c LINE ...] [DRAWING]
 //                                                  command lines without windows
 #include "host/app/kovDesktop.h"
 #include "host/app/kovHeadlessRunner.h"
@@ -50,15 +50,17 @@ int runHeadless(kovHostApplication& app, kovHostServices& services, const QComma
   }
 
   kovHeadlessRunner runner(app, services);
-  QStringList lines = parser.values(QStringLiteral("c"));
-  if (parser.isSet(QStringLiteral("script"))) {
+  // The scripts run first, in the order given, then the single lines.
+  QStringList lines;
+  for (const QString& script : parser.values(QStringLiteral("script"))) {
     QStringList scriptLines;
-    if (!kovHeadlessRunner::readScript(parser.value(QStringLiteral("script")), scriptLines, message)) {
+    if (!kovHeadlessRunner::readScript(script, scriptLines, message)) {
       err << "kovhost: " << message << '\n';
       return 1;
     }
-    lines = scriptLines + lines;
+    lines += scriptLines;
   }
+  lines += parser.values(QStringLiteral("c"));
   if (lines.isEmpty()) {
     runner.describe();
     return 0;
@@ -78,7 +80,7 @@ int main(int argc, char* argv[])
   parser.setApplicationDescription(QStringLiteral("The reference host of the animation module."));
   parser.addHelpOption();
   parser.addOption({ QStringLiteral("headless"), QStringLiteral("Run command lines without windows.") });
-  parser.addOption({ QStringLiteral("script"), QStringLiteral("Run the command lines of FILE."), QStringLiteral("FILE") });
+  parser.addOption({ QStringLiteral("script"), QStringLiteral("Run the command lines of FILE (may be given more than once)."), QStringLiteral("FILE") });
   parser.addOption({ QStringLiteral("c"), QStringLiteral("Run one command line (repeatable)."), QStringLiteral("LINE") });
   parser.addOption({ QStringLiteral("settings"), QStringLiteral("Keep the settings in FILE."), QStringLiteral("FILE") });
   parser.addPositionalArgument(QStringLiteral("drawing"), QStringLiteral("The drawing to open."));

@@ -2,9 +2,11 @@
 #define KOV_HOST_TEST_ENVIRONMENT_H
 
 // What the host's widget tests run in: the host's own application object
-// (settings in a temporary file), the database classes, the host's services
-// and commands, and helpers to drive the main window.
+// (settings in a temporary file), the database classes (the platform's and
+// the host's), the host's services and commands, and helpers to drive the
+// main window.
 #include "host/app/kovCommandLineWidget.h"
+#include "host/app/kovHostClasses.h"
 #include "host/app/kovHostApplication.h"
 #include "host/app/kovHostCommands.h"
 #include "host/app/kovHostConsole.h"
@@ -114,6 +116,7 @@ int run(int argc, char** argv)
   odInitialize();
   int result = 0;
   {
+    kovHostClasses classes;
     kovHostServices services;
     kovHostCommands commands;
     servicesSlot() = &services;

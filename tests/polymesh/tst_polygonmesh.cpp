@@ -4,6 +4,7 @@
 #include "kovAllocationLimit.h"
 #include "kovDbFixture.h"
 
+#include "polymesh/Primitives.h"
 #include "polymesh/kovDbPolygonMesh.h"
 
 #include "Db/OdDbBlockTableRecord.h"
@@ -120,6 +121,44 @@ TEST(MeshTopology, edgesClosednessAndTriangles)
               row.borders);
     EXPECT_EQ(row.mesh.isClosed(), row.closed);
     EXPECT_EQ(row.mesh.triangleCount(), row.triangles);
+  }
+}
+
+TEST(MeshTopology, primitivesAreClosedOutwardSolidsOfTheirSize)
+{
+  const double pi = 3.14159265358979323846;
+  // A 32-gon holds 32 / (2 pi) sin(2 pi / 32) of its circle's area.
+  const double polygon = 32 / (2 * pi) * std::sin(2 * pi / 32);
+  const struct {
+    const char* name;
+    Mesh mesh;
+    bool closed;
+    OdUInt64 triangles;
+    OdGePoint3d min;
+    OdGePoint3d max;
+    double volume;
+    double tolerance;
+  } rows[] = {
+    { "box", Primitives::box(OdGeVector3d(4, 3, 2)), true, 12, OdGePoint3d(0, 0, 0), OdGePoint3d(4, 3, 2), 24, 1e-12 },
+    { "sphere", Primitives::sphere(2, 32), true, 32 * 2 + 32 * 14 * 2, OdGePoint3d(-2, -2, -2), OdGePoint3d(2, 2, 2),
+      4.0 / 3 * pi * 8, 0.02 },
+    { "cylinder", Primitives::cylinder(1, 3, 32), true, 2 * 30 + 32 * 2, OdGePoint3d(-1, -1, 0), OdGePoint3d(1, 1, 3),
+      pi * polygon * 3, 1e-9 },
+    { "plane", Primitives::plane(10, 5), false, 2, OdGePoint3d(0, 0, 0), OdGePoint3d(10, 5, 0), 0, 1e-12 },
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.name);
+    EXPECT_EQ(row.mesh.validate(), eOk);
+    EXPECT_EQ(row.mesh.isClosed(), row.closed);
+    EXPECT_EQ(row.mesh.triangleCount(), row.triangles);
+    EXPECT_TRUE(row.mesh.extents().minPoint().isEqualTo(row.min, OdGeTol(1e-9)));
+    EXPECT_TRUE(row.mesh.extents().maxPoint().isEqualTo(row.max, OdGeTol(1e-9)));
+    EXPECT_NEAR(row.mesh.volume(), row.volume, row.volume * row.tolerance + 1e-12) << "faces look outwards";
+    for (const Vertex& v : row.mesh.vertices) {
+      if (v.hasNormal()) {
+        EXPECT_NEAR(v.normal.length(), 1.0, 1e-12);
+      }
+    }
   }
 }
 

@@ -1,0 +1,87 @@
+// The scene commands as a user types them: what each adds to the drawing, and
+// how a wrong size or colour is asked for again.
+
+#include "kovHostTestEnvironment.h"
+
+#include "host/app/kovCommandRunner.h"
+
+#include "polymesh/kovDbPolygonMesh.h"
+
+using namespace kovHostTest;
+
+class tst_SceneCommands : public QObject {
+  Q_OBJECT
+
+private:
+  QString m_transcript;
+  std::unique_ptr<kovCommandRunner> m_runner;
+
+private slots:
+  void init()
+  {
+    app().setDatabase(OdDbDatabase::createObject(), QString());
+    m_transcript.clear();
+    kovInteractiveUserIO::FrontEnd frontEnd;
+    frontEnd.output = [this](const QString& line) { m_transcript += line + QLatin1Char('\n'); };
+    frontEnd.prompt = [](const QString&) {};
+    frontEnd.selection = [] { return OdDbObjectIdArray(); };
+    m_runner = std::make_unique<kovCommandRunner>(app(), kovInteractiveUserIO::createObject(frontEnd, nullptr));
+  }
+
+  void addsAMeshOfTheShapeAndColourAsked_data()
+  {
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<QString>("report");
+    QTest::addColumn<int>("colorIndex");
+    QTest::addColumn<QString>("surfaceColor");
+    QTest::newRow("box in true colour") << "box 1,2,3 4,3,2 200,30,20"
+                                        << "Added a box of 12 triangles from 1,2,3 to 5,5,5." << 256 << "200,30,20";
+    QTest::newRow("sphere by index") << "sphere 0,0,1 2 3" << "Added a sphere of 960 triangles from -2,-2,-1 to 2,2,3."
+                                     << 3 << "";
+    QTest::newRow("cylinder by layer on Enter")
+      << "cylinder 0,0,0 1 3 \"\"" << "Added a cylinder of 124 triangles from -1,-1,0 to 1,1,3." << 256 << "";
+    QTest::newRow("plane") << "plane -5,-5,0 10 20 ByLayer" << "Added a plane of 2 triangles from -5,-5,0 to 5,15,0."
+                           << 256 << "";
+  }
+
+  void addsAMeshOfTheShapeAndColourAsked()
+  {
+    QFETCH(QString, line);
+    QFETCH(QString, report);
+    QFETCH(int, colorIndex);
+    QFETCH(QString, surfaceColor);
+    QVERIFY2(m_runner->run(line), qPrintable(m_transcript));
+    QVERIFY2(m_transcript.contains(report), qPrintable(m_transcript));
+    const OdDbObjectIdArray meshes = entitiesOfClass(QStringLiteral("kovDbPolygonMesh"));
+    QCOMPARE(int(meshes.size()), 1);
+    kovDbPolygonMeshPtr mesh = meshes[0].safeOpenObject();
+    QCOMPARE(int(mesh->colorIndex()), colorIndex);
+    QString surfaces;
+    for (const kov::polymesh::Surface& surface : mesh->mesh().surfaces)
+      surfaces += QStringLiteral("%1,%2,%3").arg(surface.color.red()).arg(surface.color.green()).arg(surface.color.blue());
+    QCOMPARE(surfaces, surfaceColor);
+  }
+
+  void wrongAnswersAreAskedAgainAndAddNothing_data()
+  {
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<QString>("message");
+    QTest::newRow("negative size") << "box 0,0,0 4,-3,2 ^C" << "The size must be positive in x, y and z.";
+    QTest::newRow("zero radius") << "sphere 0,0,0 0 ^C" << "The value must be positive.";
+    QTest::newRow("colour by name") << "box 0,0,0 1,1,1 red ^C"
+                                    << "A colour is ByLayer, an index from 1 to 255, or red,green,blue from 0 to 255.";
+    QTest::newRow("colour out of range") << "plane 0,0,0 1 1 256,0,0 ^C" << "A colour is ByLayer";
+  }
+
+  void wrongAnswersAreAskedAgainAndAddNothing()
+  {
+    QFETCH(QString, line);
+    QFETCH(QString, message);
+    QVERIFY(!m_runner->run(line));
+    QVERIFY2(m_transcript.contains(message), qPrintable(m_transcript));
+    QVERIFY(entitiesOfClass(QStringLiteral("kovDbPolygonMesh")).isEmpty());
+  }
+};
+
+KOV_HOST_TEST_MAIN(tst_SceneCommands)
+#include "tst_scenecommands.moc"
