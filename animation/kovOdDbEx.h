@@ -2,8 +2,10 @@
 #define KOV_OD_DB_EX_H
 
 #include "Db/OdDbObjectId.h"
+#include "Ge/OdGeMatrix3d.h"
 #include "Rx/OdRxObject.h"
 
+#include <QMap>
 #include <QStringList>
 
 class OdDbDatabase;
@@ -24,6 +26,11 @@ public:
   virtual OdDbObjectId blockDefinition(OdDbDatabase* db, const QString& uniqueName) const = 0;
   // The entity the host knows by that name, or null.
   virtual OdDbObjectId entityByName(OdDbDatabase* db, const QString& name) const = 0;
+  // The transforms, relative to the block, of the nested blocks (by their
+  // block names) that the named animation of the subject moves, at ms of
+  // that animation; empty when there is no such animation.
+  virtual QMap<QString, OdGeMatrix3d> nestedTransforms(OdDbDatabase* db, const QString& uniqueName,
+                                                       const QString& animationName, int ms) const = 0;
 };
 
 #endif

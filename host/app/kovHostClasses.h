@@ -1,7 +1,7 @@
 #ifndef KOV_HOST_CLASSES_H
 #define KOV_HOST_CLASSES_H
 
-// Registers the host's own database classes (the scene's polygon meshes) for
+// Registers the host's own database classes (the scene's polygon meshes and block animations) for
 // the host's lifetime, after the platform's and before any drawing is opened.
 class kovHostClasses {
 public:

@@ -2,7 +2,11 @@
 
 #include "host/api/IkovApplication.h"
 
+#include "scene/kovDbBlockAnimation.h"
+
 #include "Db/OdDbBlockTable.h"
+#include "Db/OdDbBlockTableRecord.h"
+#include "Db/OdDbObjectIterator.h"
 #include "Db/OdDbDatabase.h"
 
 namespace {
@@ -15,13 +19,47 @@ OdDbDatabase* drawing(OdDbDatabase* db)
   return app ? app->currentDatabase() : nullptr;
 }
 
+// The block animations inside a block definition, in drawing order.
+std::vector<kovDbBlockAnimationPtr> animationsOf(const OdDbObjectId& blockId)
+{
+  std::vector<kovDbBlockAnimationPtr> animations;
+  OdDbObjectPtr object = blockId.openObject(OdDb::kForRead);
+  OdDbBlockTableRecordPtr block = OdDbBlockTableRecord::cast(object.get());
+  if (block.isNull())
+    return animations;
+  for (OdDbObjectIteratorPtr it = block->newIterator(); !it->done(); it->step()) {
+    kovDbBlockAnimationPtr animation = kovDbBlockAnimation::cast(it->objectId().openObject(OdDb::kForRead).get());
+    if (!animation.isNull())
+      animations.push_back(animation);
+  }
+  return animations;
+}
+
 } // namespace
 
 QStringList kovHostEntityLibrary::animationNames(OdDbDatabase* db, const QString& uniqueName) const
 {
-  Q_UNUSED(db);
-  Q_UNUSED(uniqueName);
-  return QStringList();
+  QStringList names;
+  for (const kovDbBlockAnimationPtr& animation : animationsOf(blockDefinition(db, uniqueName)))
+    names.append(odToQString(animation->name()));
+  return names;
+}
+
+QMap<QString, OdGeMatrix3d> kovHostEntityLibrary::nestedTransforms(OdDbDatabase* db, const QString& uniqueName,
+                                                                   const QString& animationName, int ms) const
+{
+  QMap<QString, OdGeMatrix3d> transforms;
+  for (const kovDbBlockAnimationPtr& animation : animationsOf(blockDefinition(db, uniqueName))) {
+    if (odToQString(animation->name()) != animationName)
+      continue;
+    for (const kovDbBlockAnimation::Channel& channel : animation->channels()) {
+      OdGeMatrix3d transform;
+      animation->transformAt(channel.node, ms, transform);
+      transforms.insert(odToQString(channel.node), transform);
+    }
+    break;
+  }
+  return transforms;
 }
 
 OdDbObjectId kovHostEntityLibrary::blockDefinition(OdDbDatabase* db, const QString& uniqueName) const

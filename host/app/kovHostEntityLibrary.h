@@ -4,14 +4,16 @@
 #include "animation/kovOdDbEx.h"
 
 // The reference host's entity library. Its blocks are the drawing's own block
-// definitions, found by name; it holds no named animations of its own (a host
-// with an animated block library lists them here). Entities are known by
-// their handle, written in hexadecimal.
+// definitions, found by name; a block's named animations are the block
+// animations (kovDbBlockAnimation) inside it, as imports put them there.
+// Entities are known by their handle, written in hexadecimal.
 class kovHostEntityLibrary : public kovOdDbEx {
 public:
   QStringList animationNames(OdDbDatabase* db, const QString& uniqueName) const override;
   OdDbObjectId blockDefinition(OdDbDatabase* db, const QString& uniqueName) const override;
   OdDbObjectId entityByName(OdDbDatabase* db, const QString& name) const override;
+  QMap<QString, OdGeMatrix3d> nestedTransforms(OdDbDatabase* db, const QString& uniqueName,
+                                               const QString& animationName, int ms) const override;
 };
 
 #endif

@@ -1,11 +1,17 @@
 // The scene commands as a user types them: what each adds to the drawing, and
-// how a wrong size or colour is asked for again.
+// how a wrong size or colour is asked for again. The entity library's answers
+// about a block's animations.
 
 #include "kovHostTestEnvironment.h"
 
 #include "host/app/kovCommandRunner.h"
 
+#include "animation/kovOdDbEx.h"
 #include "polymesh/kovDbPolygonMesh.h"
+#include "scene/kovDbBlockAnimation.h"
+
+#include "Db/OdDbBlockTable.h"
+#include "Rx/OdRxDictionary.h"
 
 using namespace kovHostTest;
 
@@ -80,6 +86,35 @@ private slots:
     QVERIFY(!m_runner->run(line));
     QVERIFY2(m_transcript.contains(message), qPrintable(m_transcript));
     QVERIFY(entitiesOfClass(QStringLiteral("kovDbPolygonMesh")).isEmpty());
+  }
+
+  void theLibraryListsABlocksAnimationsAndPosesItsParts()
+  {
+    OdDbDatabase* db = app().currentDatabase();
+    OdDbBlockTablePtr blocks = db->getBlockTableId().safeOpenObject(OdDb::kForWrite);
+    OdDbBlockTableRecordPtr door = OdDbBlockTableRecord::createObject();
+    door->setName(OdString(L"Door xblock"));
+    blocks->add(door.get());
+    for (const wchar_t* name : { L"Open", L"Close" }) {
+      kovDbBlockAnimation::Key from;
+      kovDbBlockAnimation::Key to;
+      to.ms = 2000;
+      to.translation = OdGeVector3d(name == std::wstring(L"Open") ? 4 : -4, 0, 0);
+      kovDbBlockAnimationPtr clip = kovDbBlockAnimation::createObject();
+      clip->setName(OdString(name));
+      clip->setChannels({ kovDbBlockAnimation::Channel { OdString(L"leaf"), { from, to } } });
+      door->appendOdDbEntity(clip.get());
+    }
+    OdRxObjectPtr service = odrxSysRegistry()->getAt(OdString(kovOdDbEx::serviceId()));
+    const kovOdDbEx* library = static_cast<const kovOdDbEx*>(service.get());
+    QVERIFY(library);
+    QCOMPARE(library->animationNames(db, QStringLiteral("Door xblock")), (QStringList { QStringLiteral("Open"), QStringLiteral("Close") }));
+    QVERIFY(library->animationNames(db, QStringLiteral("Window xblock")).isEmpty());
+    const QMap<QString, OdGeMatrix3d> poses = library->nestedTransforms(db, QStringLiteral("Door xblock"),
+                                                                        QStringLiteral("Close"), 500);
+    QCOMPARE(poses.keys(), QStringList { QStringLiteral("leaf") });
+    QVERIFY(poses.value(QStringLiteral("leaf")).getCsOrigin().isEqualTo(OdGePoint3d(-1, 0, 0)));
+    QVERIFY(library->nestedTransforms(db, QStringLiteral("Door xblock"), QStringLiteral("Slam"), 500).isEmpty());
   }
 };
 
