@@ -54,7 +54,7 @@ void showEditorDock()
   IkovApplication* app = kovApp();
   if (!module || !app || !module->dockWidget())
     return;
-  app->showDockWidget(QStringLiteral("animation_editor"), Qt::BottomDockWidgetArea, QSize(500, 250));
+  kovAnimationModule::showEditorDock(app);
 }
 
 } // namespace
@@ -64,7 +64,7 @@ const OdString kovAnimationCommand::groupName() const
   return OdString(L"kovAnimation");
 }
 
-void kovAnimationEditorCommand::execute(OdEdCommandContext* pCmdCtx)
+void kovAnimationCommands::animationEditor(OdEdCommandContext* pCmdCtx)
 {
   IkovApplication* app = kovApp();
   if (!app || !app->mainWindow()) {
@@ -75,7 +75,7 @@ void kovAnimationEditorCommand::execute(OdEdCommandContext* pCmdCtx)
   QMetaObject::invokeMethod(QCoreApplication::instance(), &showEditorDock, Qt::QueuedConnection);
 }
 
-void kovCreateAnimationCommand::execute(OdEdCommandContext* pCmdCtx)
+void kovAnimationCommands::createAnimation(OdEdCommandContext* pCmdCtx)
 {
   OdDbDatabasePtr db;
   drawingContext(pCmdCtx, db);
@@ -84,7 +84,7 @@ void kovCreateAnimationCommand::execute(OdEdCommandContext* pCmdCtx)
   announce(animation.get());
 }
 
-void kovCreateCameraAnimationCommand::execute(OdEdCommandContext* pCmdCtx)
+void kovAnimationCommands::createCameraAnimation(OdEdCommandContext* pCmdCtx)
 {
   OdDbDatabasePtr db;
   OdDbCommandContextPtr context = drawingContext(pCmdCtx, db);
@@ -94,7 +94,7 @@ void kovCreateCameraAnimationCommand::execute(OdEdCommandContext* pCmdCtx)
   announce(animation.get());
 }
 
-void kovDumpBlockContentCommand::execute(OdEdCommandContext* pCmdCtx)
+void kovAnimationCommands::dumpBlockContent(OdEdCommandContext* pCmdCtx)
 {
   OdDbDatabasePtr db;
   OdDbCommandContextPtr context = drawingContext(pCmdCtx, db);

@@ -3,44 +3,35 @@
 
 #include "Ed/OdEdCommand.h"
 
-// The commands of the group "kovAnimation". Each is a static member of the
-// module; the two creation commands also answer to a second name.
+// A command of the group "kovAnimation": its name and what it runs. The
+// module keeps them in one table (kovAnimationModule::m_commands); the two
+// creation commands answer to a second name by a second entry with the same
+// body.
 class kovAnimationCommand : public OdEdCommand {
 public:
-  explicit kovAnimationCommand(const OdChar* globalName) : m_globalName(globalName) {}
+  using Body = void (*)(OdEdCommandContext* pCmdCtx);
+
+  kovAnimationCommand(const OdChar* globalName, Body body) : m_globalName(globalName), m_body(body) {}
   const OdString groupName() const override;
   const OdString globalName() const override { return m_globalName; }
+  void execute(OdEdCommandContext* pCmdCtx) override { m_body(pCmdCtx); }
 
 private:
   OdString m_globalName;
+  Body m_body;
 };
+
+namespace kovAnimationCommands {
 
 // Shows the editor's dock.
-class kovAnimationEditorCommand : public kovAnimationCommand {
-public:
-  kovAnimationEditorCommand() : kovAnimationCommand(L"animationeditor") {}
-  void execute(OdEdCommandContext* pCmdCtx) override;
-};
-
+void animationEditor(OdEdCommandContext* pCmdCtx);
 // Creates a camera animation along a default three-point path.
-class kovCreateAnimationCommand : public kovAnimationCommand {
-public:
-  using kovAnimationCommand::kovAnimationCommand;
-  void execute(OdEdCommandContext* pCmdCtx) override;
-};
-
+void createAnimation(OdEdCommandContext* pCmdCtx);
 // Draws a camera path and creates a camera animation along it.
-class kovCreateCameraAnimationCommand : public kovAnimationCommand {
-public:
-  using kovAnimationCommand::kovAnimationCommand;
-  void execute(OdEdCommandContext* pCmdCtx) override;
-};
-
+void createCameraAnimation(OdEdCommandContext* pCmdCtx);
 // Reports the content of the block references the user selects.
-class kovDumpBlockContentCommand : public kovAnimationCommand {
-public:
-  kovDumpBlockContentCommand() : kovAnimationCommand(L"dumpblockcontent") {}
-  void execute(OdEdCommandContext* pCmdCtx) override;
-};
+void dumpBlockContent(OdEdCommandContext* pCmdCtx);
+
+} // namespace kovAnimationCommands
 
 #endif

@@ -20,8 +20,6 @@ namespace {
 
 kovAnimationModule* g_instance = nullptr;
 const OdChar* const kDbModule = L"TD_Db.dll";
-const OdChar* const kGroup = L"kovAnimation";
-const char* const kDockName = "animation_editor";
 
 } // namespace
 
@@ -70,12 +68,8 @@ void kovAnimationModule::initApp()
   kovDbAnimation::initializeGlobalObjects();
 
   OdEdCommandStackPtr commands = odedRegCmds();
-  commands->addCommand(&m_animationeditor);
-  commands->addCommand(&m_createanimation);
-  commands->addCommand(&m_createcameraanimation);
-  commands->addCommand(&m_dumpblockcontent);
-  commands->addCommand(&m_animationcreate);
-  commands->addCommand(&m_animationcameracreate);
+  for (OdEdCommand& command : m_commands)
+    commands->addCommand(&command);
 
   createAnimationEditor();
 }
@@ -83,14 +77,8 @@ void kovAnimationModule::initApp()
 void kovAnimationModule::uninitApp()
 {
   OdEdCommandStackPtr commands = odedRegCmds();
-  const OdString group(kGroup);
-  for (const OdEdCommand* command : { static_cast<const OdEdCommand*>(&m_animationeditor),
-                                      static_cast<const OdEdCommand*>(&m_createanimation),
-                                      static_cast<const OdEdCommand*>(&m_createcameraanimation),
-                                      static_cast<const OdEdCommand*>(&m_dumpblockcontent),
-                                      static_cast<const OdEdCommand*>(&m_animationcreate),
-                                      static_cast<const OdEdCommand*>(&m_animationcameracreate) })
-    commands->removeCmd(group, command->globalName());
+  for (const OdEdCommand& command : m_commands)
+    commands->removeCmd(command.groupName(), command.globalName());
 
   m_dbModule = nullptr;
   odrxDynamicLinker()->unloadModule(OdString(kDbModule));
@@ -124,11 +112,16 @@ void kovAnimationModule::createAnimationEditor()
                     | QDockWidget::DockWidgetFloatable);
   auto* editor = new kovAnimationEditorWidget(dock);
   dock->setWidget(editor);
-  app->registerDockWidget(QLatin1String(kDockName), dock);
+  app->registerDockWidget(QLatin1String(editorDockName), dock);
   if (QThread::currentThread() != mainWindow->thread())
     dock->moveToThread(mainWindow->thread());
-  app->showDockWidget(QLatin1String(kDockName), Qt::BottomDockWidgetArea, QSize(500, 250));
+  showEditorDock(app);
   if (mainWindow->layout())
     mainWindow->layout()->activate();
   m_dockWidget = dock;
+}
+
+void kovAnimationModule::showEditorDock(IkovApplication* app)
+{
+  app->showDockWidget(QLatin1String(editorDockName), Qt::BottomDockWidgetArea, editorDockSize);
 }

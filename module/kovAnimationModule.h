@@ -8,7 +8,9 @@
 #include "Rx/OdStaticRxObject.h"
 
 #include <QPointer>
+#include <QSize>
 
+class IkovApplication;
 class QDockWidget;
 
 // The animation module: what the host loads from kovAnimationModule_24.1_16.tx.
@@ -33,13 +35,22 @@ public:
   QDockWidget* dockWidget();
   void createAnimationEditor();
 
+  // The name the host knows the editor's dock by, and the size it first shows at.
+  static constexpr const char* editorDockName = "animation_editor";
+  static constexpr QSize editorDockSize { 500, 250 };
+  // Docks the editor at the bottom of the host's main window and shows it.
+  static void showEditorDock(IkovApplication* app);
+
 private:
-  OdStaticRxObject<kovAnimationEditorCommand> m_animationeditor;
-  OdStaticRxObject<kovCreateAnimationCommand> m_createanimation { L"createanimation" };
-  OdStaticRxObject<kovCreateCameraAnimationCommand> m_createcameraanimation { L"createcameraanimation" };
-  OdStaticRxObject<kovDumpBlockContentCommand> m_dumpblockcontent;
-  OdStaticRxObject<kovCreateAnimationCommand> m_animationcreate { L"animationcreate" };
-  OdStaticRxObject<kovCreateCameraAnimationCommand> m_animationcameracreate { L"animationcameracreate" };
+  // Added to the command stack in this order, and removed in the same order.
+  OdStaticRxObject<kovAnimationCommand> m_commands[6] = {
+    { L"animationeditor", &kovAnimationCommands::animationEditor },
+    { L"createanimation", &kovAnimationCommands::createAnimation },
+    { L"createcameraanimation", &kovAnimationCommands::createCameraAnimation },
+    { L"dumpblockcontent", &kovAnimationCommands::dumpBlockContent },
+    { L"animationcreate", &kovAnimationCommands::createAnimation },
+    { L"animationcameracreate", &kovAnimationCommands::createCameraAnimation },
+  };
   QPointer<QDockWidget> m_dockWidget;
   OdRxModulePtr m_dbModule;
 };

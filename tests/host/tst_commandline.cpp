@@ -10,6 +10,7 @@
 #include "host/app/kovPropertiesDock.h"
 #include "host/app/kovSelection.h"
 #include "host/app/kovViewportWidget.h"
+#include "module/kovAnimationModule.h"
 
 #include "kovSampleDrawing.h"
 
@@ -75,7 +76,7 @@ private slots:
     QCOMPARE(commandLine()->promptLabel()->text(), QStringLiteral("Command:"));
     QVERIFY(commandLine()->input()->text().isEmpty());
     // The module docks its editor in the window when it creates an animation.
-    QDockWidget* editor = app().dockWidget(QStringLiteral("animation_editor"));
+    QDockWidget* editor = app().dockWidget(QLatin1String(kovAnimationModule::editorDockName));
     QVERIFY(editor);
     QCOMPARE(m_window->dockWidgetArea(editor), Qt::BottomDockWidgetArea);
   }

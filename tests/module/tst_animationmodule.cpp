@@ -154,9 +154,9 @@ void tst_AnimationModule::dockIsCreatedOnDemandBeforeStartUp()
   QCOMPARE(dock->parent(), host()->window);
   QVERIFY(!dock->testAttribute(Qt::WA_DeleteOnClose));
   QVERIFY(dock->widget() && dock->widget()->inherits("kovAnimationEditorWidget"));
-  QCOMPARE(host()->docks.value(QStringLiteral("animation_editor")), dock);
+  QCOMPARE(host()->docks.value(QLatin1String(kovAnimationModule::editorDockName)), dock);
   QCOMPARE(host()->lastArea, Qt::BottomDockWidgetArea);
-  QCOMPARE(host()->lastSize, QSize(500, 250));
+  QCOMPARE(host()->lastSize, kovAnimationModule::editorDockSize);
   QCOMPARE(module.dockWidget(), dock);
   delete dock;
 }
