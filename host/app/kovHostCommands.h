@@ -1,6 +1,7 @@
 #ifndef KOV_HOST_COMMANDS_H
 #define KOV_HOST_COMMANDS_H
 
+#include "host/app/kovBlockCommand.h"
 #include "host/app/kovSceneCommand.h"
 
 #include "Ed/OdEdCommand.h"
@@ -34,6 +35,8 @@ private:
   OdStaticRxObject<kovSceneCommand> m_sphere { L"sphere" };
   OdStaticRxObject<kovSceneCommand> m_cylinder { L"cylinder" };
   OdStaticRxObject<kovSceneCommand> m_plane { L"plane" };
+  OdStaticRxObject<kovBlockCommand> m_block { L"block" };
+  OdStaticRxObject<kovBlockCommand> m_insert { L"insert" };
 };
 
 #endif

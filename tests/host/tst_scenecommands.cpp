@@ -1,6 +1,6 @@
 // The scene commands as a user types them: what each adds to the drawing, and
-// how a wrong size or colour is asked for again. The entity library's answers
-// about a block's animations.
+// how a wrong size or colour is asked for again; blocks made and inserted by
+// hand; the entity library's answers about a block's animations.
 
 #include "kovHostTestEnvironment.h"
 
@@ -86,6 +86,52 @@ private slots:
     QVERIFY(!m_runner->run(line));
     QVERIFY2(m_transcript.contains(message), qPrintable(m_transcript));
     QVERIFY(entitiesOfClass(QStringLiteral("kovDbPolygonMesh")).isEmpty());
+  }
+
+  void blockGathersEntitiesAndInsertPlacesCopies()
+  {
+    QVERIFY(m_runner->run(QStringLiteral("box 0,0,0 4,3,2 1")));
+    QVERIFY(m_runner->run(QStringLiteral("sphere 10,0,2 1.5 3")));
+    const OdDbObjectIdArray parts = entitiesOfClass(QStringLiteral("kovDbPolygonMesh"));
+    const QString handles = odToQString(parts[0].getHandle().ascii()) + QLatin1Char(' ')
+                            + odToQString(parts[1].getHandle().ascii());
+    QVERIFY2(m_runner->run(QStringLiteral("block House 2,0,0 %1 \"\"").arg(handles)), qPrintable(m_transcript));
+    QVERIFY(entitiesOfClass(QStringLiteral("kovDbPolygonMesh")).isEmpty());
+    QVERIFY2(m_runner->run(QStringLiteral("insert House 20,0,0 2 90")), qPrintable(m_transcript));
+    const OdDbObjectIdArray references = entitiesOfClass(QStringLiteral("OdDbBlockReference"));
+    QCOMPARE(int(references.size()), 2);
+    OdGeExtents3d where;
+    QCOMPARE(OdDbEntityPtr(references[0].safeOpenObject())->getGeomExtents(where), eOk);
+    QVERIFY(where.minPoint().isEqualTo(OdGePoint3d(0, -1.5, 0)));
+    QCOMPARE(OdDbEntityPtr(references[1].safeOpenObject())->getGeomExtents(where), eOk);
+    // The block's base (2,0,0) lands on the insertion point; the box then turns
+    // a quarter about it and doubles.
+    QVERIFY(where.minPoint().isEqualTo(OdGePoint3d(14, -4, 0)));
+    QVERIFY(where.maxPoint().isEqualTo(OdGePoint3d(23, 19, 7)));
+  }
+
+  void blockAndInsertRefusalsChangeNothing_data()
+  {
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<QString>("message");
+    QTest::newRow("name taken") << "block House 0,0,0" << "A block named \"House\" exists already";
+    QTest::newRow("reserved name") << "block *Model_Space 0,0,0" << "the name is reserved";
+    QTest::newRow("nothing selected") << "block Shed 0,0,0 \"\"" << "No entities were selected";
+    QTest::newRow("unknown block") << "insert Garage 0,0,0" << "No block is named \"Garage\"; the drawing's blocks are: House";
+  }
+
+  void blockAndInsertRefusalsChangeNothing()
+  {
+    QFETCH(QString, line);
+    QFETCH(QString, message);
+    QVERIFY(m_runner->run(QStringLiteral("box 0,0,0 1,1,1 1")));
+    const QString box = odToQString(entitiesOfClass(QStringLiteral("kovDbPolygonMesh"))[0].getHandle().ascii());
+    QVERIFY(m_runner->run(QStringLiteral("block House 0,0,0 %1 \"\"").arg(box)));
+    QVERIFY(m_runner->run(QStringLiteral("box 5,5,5 1,1,1 1")));
+    QVERIFY(!m_runner->run(line));
+    QVERIFY2(m_transcript.contains(message), qPrintable(m_transcript));
+    QCOMPARE(int(entitiesOfClass(QStringLiteral("kovDbPolygonMesh")).size()), 1);
+    QCOMPARE(int(entitiesOfClass(QStringLiteral("OdDbBlockReference")).size()), 1);
   }
 
   void theLibraryListsABlocksAnimationsAndPosesItsParts()
