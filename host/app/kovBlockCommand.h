@@ -1,20 +1,15 @@
 #ifndef KOV_BLOCK_COMMAND_H
 #define KOV_BLOCK_COMMAND_H
 
-#include "Ed/OdEdCommand.h"
+#include "host/app/kovHostNamedCommand.h"
 
 // Blocks by hand (group "kovHost"): "block" moves chosen entities into a new
 // block definition and puts a reference to it where they were; "insert"
 // places a reference to a block by name, scaled and turned about z.
-class kovBlockCommand : public OdEdCommand {
+class kovBlockCommand : public kovHostNamedCommand {
 public:
-  explicit kovBlockCommand(const OdChar* name) : m_name(name) {}
-  const OdString groupName() const override { return OdString(L"kovHost"); }
-  const OdString globalName() const override { return m_name; }
+  using kovHostNamedCommand::kovHostNamedCommand;
   void execute(OdEdCommandContext* pCmdCtx) override;
-
-private:
-  OdString m_name;
 };
 
 #endif

@@ -2,21 +2,16 @@
 #define KOV_HOST_COMMANDS_H
 
 #include "host/app/kovBlockCommand.h"
+#include "host/app/kovHostNamedCommand.h"
 #include "host/app/kovSceneCommand.h"
 
-#include "Ed/OdEdCommand.h"
 #include "Rx/OdStaticRxObject.h"
 
 // The host's own commands (group "kovHost"): new, open, save and list.
-class kovHostCommand : public OdEdCommand {
+class kovHostCommand : public kovHostNamedCommand {
 public:
-  explicit kovHostCommand(const OdChar* name) : m_name(name) {}
-  const OdString groupName() const override { return OdString(L"kovHost"); }
-  const OdString globalName() const override { return m_name; }
+  using kovHostNamedCommand::kovHostNamedCommand;
   void execute(OdEdCommandContext* pCmdCtx) override;
-
-private:
-  OdString m_name;
 };
 
 // Adds the host's commands and the scene commands to the command stack for
