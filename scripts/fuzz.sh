@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
 # Builds the animation readers' fuzz target with clang and runs it for a
-# bounded time over a copy of the committed corpus (the filing golden files
-# and every input that ever made it fail). Exits non-zero when it finds a
-# crash; the input is left in the build folder's fuzz-findings.
+# bounded time over a copy of the committed corpus (the filing golden files,
+# the seed drawings and every input that ever made it fail). Exits non-zero
+# when it finds a crash; the input is left in the build folder's
+# fuzz-findings.
 #   scripts/fuzz.sh [SECONDS]   (default 60)
 set -euo pipefail
 root="$(cd "$(dirname "$0")/.." && pwd)"
@@ -16,7 +17,7 @@ cmake --build "$build" -j2 --target fuzz_animation_reader
 
 corpus="$(mktemp -d)"
 trap 'rm -rf "$corpus"' EXIT
-cp "$root"/tests/data/filing/*.bin "$root"/tests/data/filing/*.kdb "$corpus"/
+cp "$root"/tests/data/filing/*.bin "$root"/tests/data/filing/*.kdb "$root"/tests/data/fuzz-seeds/*.kdb "$corpus"/
 if compgen -G "$root/tests/data/fuzz-regressions/*" >/dev/null; then
   cp "$root"/tests/data/fuzz-regressions/* "$corpus"/
 fi
