@@ -20,6 +20,9 @@ public:
   // The registered library, or null when the host offers none.
   static kovOdDbEx* service();
 
+  // The library's blocks: the block definitions whose names contain
+  // "xblock" (in any case), sorted by name.
+  virtual QStringList libraryBlockNames(OdDbDatabase* db) const = 0;
   // The named animations the library holds for the subject of that name.
   virtual QStringList animationNames(OdDbDatabase* db, const QString& uniqueName) const = 0;
   // The block definition that shows the subject of that name, or null.

@@ -7,6 +7,7 @@
 #include "Db/OdDbBlockTable.h"
 #include "Db/OdDbBlockTableRecord.h"
 #include "Db/OdDbObjectIterator.h"
+#include "Db/OdDbSymbolTableIterator.h"
 #include "Db/OdDbDatabase.h"
 
 namespace {
@@ -36,6 +37,23 @@ std::vector<kovDbBlockAnimationPtr> animationsOf(const OdDbObjectId& blockId)
 }
 
 } // namespace
+
+QStringList kovHostEntityLibrary::libraryBlockNames(OdDbDatabase* db) const
+{
+  QStringList names;
+  OdDbDatabase* target = drawing(db);
+  OdDbBlockTablePtr blocks = target ? OdDbBlockTable::cast(target->getBlockTableId().openObject().get()) : OdDbBlockTablePtr();
+  if (blocks.isNull())
+    return names;
+  for (OdDbSymbolTableIteratorPtr it = blocks->newIterator(); !it->done(); it->step()) {
+    OdDbSymbolTableRecordPtr record = it->getRecordId().safeOpenObject();
+    const QString name = odToQString(record->getName());
+    if (name.contains(QLatin1String("xblock"), Qt::CaseInsensitive))
+      names.append(name);
+  }
+  names.sort(Qt::CaseInsensitive);
+  return names;
+}
 
 QStringList kovHostEntityLibrary::animationNames(OdDbDatabase* db, const QString& uniqueName) const
 {

@@ -9,6 +9,7 @@
 // Entities are known by their handle, written in hexadecimal.
 class kovHostEntityLibrary : public kovOdDbEx {
 public:
+  QStringList libraryBlockNames(OdDbDatabase* db) const override;
   QStringList animationNames(OdDbDatabase* db, const QString& uniqueName) const override;
   OdDbObjectId blockDefinition(OdDbDatabase* db, const QString& uniqueName) const override;
   OdDbObjectId entityByName(OdDbDatabase* db, const QString& name) const override;

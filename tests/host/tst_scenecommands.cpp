@@ -154,6 +154,10 @@ private slots:
     OdRxObjectPtr service = odrxSysRegistry()->getAt(OdString(kovOdDbEx::serviceId()));
     const kovOdDbEx* library = static_cast<const kovOdDbEx*>(service.get());
     QVERIFY(library);
+    QVERIFY(m_runner->run(QStringLiteral("box 0,0,0 1,1,1 1")));
+    const QString box = odToQString(entitiesOfClass(QStringLiteral("kovDbPolygonMesh"))[0].getHandle().ascii());
+    QVERIFY(m_runner->run(QStringLiteral("block \"Bench XBlock\" 0,0,0 %1 \"\"").arg(box)));
+    QCOMPARE(library->libraryBlockNames(db), (QStringList { QStringLiteral("Bench XBlock"), QStringLiteral("Door xblock") }));
     QCOMPARE(library->animationNames(db, QStringLiteral("Door xblock")), (QStringList { QStringLiteral("Open"), QStringLiteral("Close") }));
     QVERIFY(library->animationNames(db, QStringLiteral("Window xblock")).isEmpty());
     const QMap<QString, OdGeMatrix3d> poses = library->nestedTransforms(db, QStringLiteral("Door xblock"),
