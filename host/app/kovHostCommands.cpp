@@ -2,6 +2,7 @@
 
 #include "host/app/kovHostApplication.h"
 
+#include "Db/OdDbBlockReference.h"
 #include "Db/OdDbBlockTableRecord.h"
 #include "Db/OdDbEntity.h"
 #include "Db/OdDbFileReader.h"
@@ -27,14 +28,20 @@ void listDrawing(OdDbDatabase* db, OdEdUserIO* io)
     if (entity.isNull())
       continue;
     ++count;
-    OdString line;
+    OdString line = entity->isA()->name() + L" " + it->objectId().getHandle().ascii();
+    OdDbBlockReferencePtr reference = OdDbBlockReference::cast(entity.get());
+    if (!reference.isNull()) {
+      OdDbSymbolTableRecordPtr block = OdDbSymbolTableRecord::cast(reference->blockTableRecord().openObject().get());
+      if (!block.isNull())
+        line += L" \"" + block->getName() + L"\"";
+    }
     OdGeExtents3d extents;
-    if (entity->getGeomExtents(extents) == eOk)
-      line.format(L"%ls %ls from %g,%g,%g to %g,%g,%g", entity->isA()->name().c_str(),
-                  it->objectId().getHandle().ascii().c_str(), extents.minPoint().x, extents.minPoint().y,
-                  extents.minPoint().z, extents.maxPoint().x, extents.maxPoint().y, extents.maxPoint().z);
-    else
-      line.format(L"%ls %ls", entity->isA()->name().c_str(), it->objectId().getHandle().ascii().c_str());
+    if (entity->getGeomExtents(extents) == eOk) {
+      OdString where;
+      where.format(L" from %g,%g,%g to %g,%g,%g", extents.minPoint().x, extents.minPoint().y, extents.minPoint().z,
+                   extents.maxPoint().x, extents.maxPoint().y, extents.maxPoint().z);
+      line += where;
+    }
     io->putString(line);
   }
   OdString total;

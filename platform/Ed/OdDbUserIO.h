@@ -18,7 +18,8 @@ public:
 
 protected:
   // Selection typed as object handles in hexadecimal, one per answer, until an
-  // empty answer; adds to ids. Unknown handles are reported and asked again.
+  // empty answer; adds to ids. "Last" (or "L") takes the newest model space
+  // entity not taken yet. Unknown handles are reported and asked again.
   OdDbObjectIdArray selectByHandles(OdDbDatabase* database, const OdString& prompt, int options,
                                     OdDbObjectIdArray ids = OdDbObjectIdArray());
 };
