@@ -86,7 +86,8 @@ kovHostCommands::kovHostCommands()
   for (OdEdCommand* command : { static_cast<OdEdCommand*>(&m_new), static_cast<OdEdCommand*>(&m_open),
                                 static_cast<OdEdCommand*>(&m_save), static_cast<OdEdCommand*>(&m_list),
                                 static_cast<OdEdCommand*>(&m_box), static_cast<OdEdCommand*>(&m_sphere),
-                                static_cast<OdEdCommand*>(&m_cylinder), static_cast<OdEdCommand*>(&m_plane) })
+                                static_cast<OdEdCommand*>(&m_cylinder), static_cast<OdEdCommand*>(&m_plane),
+                                static_cast<OdEdCommand*>(&m_importScene) })
     stack->addCommand(command);
 }
 

@@ -1,6 +1,7 @@
 #ifndef KOV_HOST_COMMANDS_H
 #define KOV_HOST_COMMANDS_H
 
+#include "host/app/kovImportSceneCommand.h"
 #include "host/app/kovSceneCommand.h"
 
 #include "Ed/OdEdCommand.h"
@@ -18,7 +19,7 @@ private:
   OdString m_name;
 };
 
-// Adds the host's commands and the scene commands to the command stack for
+// Adds the host's commands, the scene commands and the model import to the command stack for
 // the life of this object.
 class kovHostCommands {
 public:
@@ -34,6 +35,7 @@ private:
   OdStaticRxObject<kovSceneCommand> m_sphere { L"sphere" };
   OdStaticRxObject<kovSceneCommand> m_cylinder { L"cylinder" };
   OdStaticRxObject<kovSceneCommand> m_plane { L"plane" };
+  OdStaticRxObject<kovImportSceneCommand> m_importScene;
 };
 
 #endif

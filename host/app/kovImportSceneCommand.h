@@ -1,0 +1,16 @@
+#ifndef KOV_IMPORT_SCENE_COMMAND_H
+#define KOV_IMPORT_SCENE_COMMAND_H
+
+#include "Ed/OdEdCommand.h"
+
+// importscene (group "kovHost"): asks for a model file, then for options
+// (--xblock NAME, --at X,Y,Z, --scale S) until Enter, and inserts the model
+// as one block reference in model space.
+class kovImportSceneCommand : public OdEdCommand {
+public:
+  const OdString groupName() const override { return OdString(L"kovHost"); }
+  const OdString globalName() const override { return OdString(L"importscene"); }
+  void execute(OdEdCommandContext* pCmdCtx) override;
+};
+
+#endif
