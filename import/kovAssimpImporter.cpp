@@ -68,7 +68,7 @@ double metadataNumber(const aiScene* scene, const char* key, double fallback)
   return fallback;
 }
 
-kov::polymesh::Mesh meshOf(const aiScene* scene, const aiMesh* source)
+kov::polymesh::Mesh meshOf(const aiScene* scene, const aiMesh* source, bool materials)
 {
   kov::polymesh::Mesh mesh;
   mesh.vertices.reserve(source->mNumVertices);
@@ -86,15 +86,15 @@ kov::polymesh::Mesh meshOf(const aiScene* scene, const aiMesh* source)
                                                      static_cast<OdInt32>(face.mIndices[1]),
                                                      static_cast<OdInt32>(face.mIndices[2]) });
   }
-  if (source->mMaterialIndex < scene->mNumMaterials) {
+  if (materials && source->mMaterialIndex < scene->mNumMaterials) {
     const aiMaterial* material = scene->mMaterials[source->mMaterialIndex];
     aiString name;
     material->Get(AI_MATKEY_NAME, name);
     aiColor4D color;
     const bool colored = material->Get(AI_MATKEY_BASE_COLOR, color) == AI_SUCCESS
                          || material->Get(AI_MATKEY_COLOR_DIFFUSE, color) == AI_SUCCESS;
-    // Formats without materials get the library's grey; the entity's own
-    // colour serves them better.
+    // Meshes without a material get the library's default one; the entity's
+    // own colour serves them better.
     if (colored && std::string(name.C_Str()) != AI_DEFAULT_MATERIAL_NAME) {
       const auto byte = [](ai_real v) { return static_cast<OdUInt8>(std::lround(std::clamp<ai_real>(v, 0, 1) * 255)); };
       mesh.surfaces.emplace_back(text(name), OdCmEntityColor(byte(color.r), byte(color.g), byte(color.b)), text(name));
@@ -103,15 +103,16 @@ kov::polymesh::Mesh meshOf(const aiScene* scene, const aiMesh* source)
   return mesh;
 }
 
-void addNodes(const aiScene* source, const aiNode* node, std::size_t index, kovImportedScene& scene)
+void addNodes(const aiScene* source, const aiNode* node, std::size_t index, bool materials, kovImportedScene& scene)
 {
   for (unsigned m = 0; m < node->mNumMeshes; ++m) {
     const aiMesh* mesh = source->mMeshes[node->mMeshes[m]];
-    scene.addPart(index, mesh->mName.length ? text(mesh->mName) : text(node->mName), meshOf(source, mesh));
+    scene.addPart(index, mesh->mName.length ? text(mesh->mName) : text(node->mName), meshOf(source, mesh, materials));
   }
   for (unsigned c = 0; c < node->mNumChildren; ++c) {
     const aiNode* child = node->mChildren[c];
-    addNodes(source, child, scene.addNode(index, text(child->mName), matrixOf(child->mTransformation)), scene);
+    addNodes(source, child, scene.addNode(index, text(child->mName), matrixOf(child->mTransformation)), materials,
+             scene);
   }
 }
 
@@ -219,15 +220,19 @@ kovImportedScene kovAssimpImporter::read(const QString& path)
     readScene(importer, path,
               aiProcess_Triangulate | aiProcess_JoinIdenticalVertices | aiProcess_SortByPType
                 | aiProcess_ValidateDataStructure);
+  const QString suffix = QFileInfo(path).suffix().toLower();
+  // PLY has no materials: the library's grey would hide the entity's colour.
+  const bool materials = suffix != QLatin1String("ply");
   kovImportedScene scene;
   scene.nodes[0].name = text(source->mRootNode->mName);
   scene.nodes[0].transform = matrixOf(source->mRootNode->mTransformation);
-  addNodes(source, source->mRootNode, 0, scene);
+  addNodes(source, source->mRootNode, 0, materials, scene);
   addClips(source, scene);
 
-  const QString suffix = QFileInfo(path).suffix().toLower();
+  // Collada comes turned y up by the library whatever its file says; PLY and
+  // 3DS keep their z up.
   double metres = 1.0;
-  bool yUp = suffix != QLatin1String("ply");
+  bool yUp = suffix == QLatin1String("dae");
   if (suffix == QLatin1String("fbx")) {
     // FBX counts in centimetres times the file's factor, and says which
     // axis is up.

@@ -81,8 +81,10 @@ kovGltfGuard::Summary kovGltfGuard::check(const QString& path)
     double available = 0;
     if (uri.isEmpty())
       available = i == 0 ? double(binBytes) : 0.0;
-    else if (uri.startsWith(QStringLiteral("data:")))
-      available = double(uri.size() - uri.indexOf(QLatin1Char(',')) - 1) * 3.0 / 4.0;
+    else if (uri.startsWith(QStringLiteral("data:"))) {
+      const int padding = uri.endsWith(QStringLiteral("==")) ? 2 : uri.endsWith(QLatin1Char('=')) ? 1 : 0;
+      available = double(uri.size() - uri.indexOf(QLatin1Char(',')) - 1) * 3.0 / 4.0 - padding;
+    }
     else
       available = double(QFileInfo(QDir(QFileInfo(path).absolutePath()), QUrl::fromPercentEncoding(uri.toUtf8())).size());
     if (claimed < 0 || claimed > available)

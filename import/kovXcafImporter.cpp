@@ -20,6 +20,7 @@
 #include <XCAFDoc_DocumentTool.hxx>
 #include <XCAFDoc_ShapeTool.hxx>
 #include <XCAFDoc_VisMaterial.hxx>
+#include <XCAFDoc_VisMaterialTool.hxx>
 #include <XCAFPrs_Style.hxx>
 
 #include <QFile>
@@ -117,6 +118,11 @@ private:
     Quantity_ColorRGBA color;
     if (m_colors->GetColor(label, XCAFDoc_ColorSurf, color) || m_colors->GetColor(label, XCAFDoc_ColorGen, color))
       style.SetColorSurf(color);
+    // A material outranks a plain colour when the face iterator picks the
+    // face's look.
+    const Handle(XCAFDoc_VisMaterial) material = XCAFDoc_DocumentTool::VisMaterialTool(label)->GetShapeMaterial(label);
+    if (!material.IsNull())
+      style.SetMaterial(material);
     return style;
   }
 
