@@ -5,6 +5,8 @@
 #include "Gi/OdGiWorldDraw.h"
 #include "Gi/OdGiWorldGeometry.h"
 
+#include <utility>
+
 ODRX_DEFINE_MEMBERS_EX(kovDbPolygonMesh, OdDbEntity, DBOBJECT_CONSTR, 33, 55, 0, OdString(L"kovDbPolygonMesh"),
                        OdString(L"kovDbPolygonMesh"), OdString(L"kovDbPolygonMesh"), 0)
 
@@ -20,6 +22,15 @@ OdResult kovDbPolygonMesh::setMesh(const kov::polymesh::Mesh& mesh, OdString* me
   const OdResult res = mesh.validate(message);
   if (res == eOk)
     m_mesh = mesh;
+  return res;
+}
+
+OdResult kovDbPolygonMesh::setMesh(kov::polymesh::Mesh&& mesh, OdString* message)
+{
+  assertWriteEnabled();
+  const OdResult res = mesh.validate(message);
+  if (res == eOk)
+    m_mesh = std::move(mesh);
   return res;
 }
 

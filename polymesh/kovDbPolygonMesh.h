@@ -16,6 +16,9 @@ public:
   // Refuses (eInvalidInput, message filled) a mesh that does not validate;
   // the entity keeps its mesh then.
   OdResult setMesh(const kov::polymesh::Mesh& mesh, OdString* message = nullptr);
+  // The same without a copy, for meshes of millions of faces; a refused mesh
+  // is left to the caller.
+  OdResult setMesh(kov::polymesh::Mesh&& mesh, OdString* message = nullptr);
 
   OdResult dwgInFields(OdDbDwgFiler* pFiler) override;
   void dwgOutFields(OdDbDwgFiler* pFiler) const override;

@@ -94,7 +94,8 @@ kovHostCommands::kovHostCommands()
                                 static_cast<OdEdCommand*>(&m_save), static_cast<OdEdCommand*>(&m_list),
                                 static_cast<OdEdCommand*>(&m_box), static_cast<OdEdCommand*>(&m_sphere),
                                 static_cast<OdEdCommand*>(&m_cylinder), static_cast<OdEdCommand*>(&m_plane),
-                                static_cast<OdEdCommand*>(&m_block), static_cast<OdEdCommand*>(&m_insert) })
+                                static_cast<OdEdCommand*>(&m_block), static_cast<OdEdCommand*>(&m_insert),
+                                static_cast<OdEdCommand*>(&m_importScene) })
     stack->addCommand(command);
 }
 

@@ -3,6 +3,7 @@
 
 #include "host/app/kovBlockCommand.h"
 #include "host/app/kovHostNamedCommand.h"
+#include "host/app/kovImportSceneCommand.h"
 #include "host/app/kovSceneCommand.h"
 
 #include "Rx/OdStaticRxObject.h"
@@ -14,7 +15,7 @@ public:
   void execute(OdEdCommandContext* pCmdCtx) override;
 };
 
-// Adds the host's commands and the scene commands to the command stack for
+// Adds the host's commands, the scene commands and the model import to the command stack for
 // the life of this object.
 class kovHostCommands {
 public:
@@ -32,6 +33,7 @@ private:
   OdStaticRxObject<kovSceneCommand> m_plane { L"plane" };
   OdStaticRxObject<kovBlockCommand> m_block { L"block" };
   OdStaticRxObject<kovBlockCommand> m_insert { L"insert" };
+  OdStaticRxObject<kovImportSceneCommand> m_importScene { L"importscene" };
 };
 
 #endif

@@ -1,6 +1,7 @@
 // The scene commands as a user types them: what each adds to the drawing, and
 // how a wrong size or colour is asked for again; blocks made and inserted by
-// hand; the entity library's answers about a block's animations.
+// hand; model import: the options as typed, and a file it refuses adding
+// nothing; the entity library's answers about a block's animations.
 
 #include "kovHostTestEnvironment.h"
 
@@ -12,6 +13,8 @@
 
 #include "Db/OdDbBlockTable.h"
 #include "Rx/OdRxDictionary.h"
+
+#include <QTemporaryDir>
 
 using namespace kovHostTest;
 
@@ -131,6 +134,43 @@ private slots:
     QVERIFY2(m_transcript.contains(message), qPrintable(m_transcript));
     QCOMPARE(int(entitiesOfClass(QStringLiteral("kovDbPolygonMesh")).size()), 1);
     QCOMPARE(int(entitiesOfClass(QStringLiteral("OdDbBlockReference")).size()), 1);
+  }
+
+  void importSceneTakesItsOptionsOrRefusesAndAddsNothing_data()
+  {
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QString>("options");
+    QTest::addColumn<QString>("report");
+    QTest::addColumn<bool>("adds");
+    const QByteArray triangle = "solid t\nfacet normal 0 0 1\nouter loop\nvertex 0 0 0\nvertex 1000 0 0\n"
+                                "vertex 0 2000 0\nendloop\nendfacet\nendsolid t\n";
+    QTest::newRow("placed and scaled") << "part.stl" << triangle << "--scale 0.001 --at 5,0,0 \"\""
+                                       << "Imported part.stl as block \"part\": 1 meshes, 1 triangles, 1 blocks, "
+                                          "0 animations, extents 5,0,0 to 6,2,0." << true;
+    QTest::newRow("library name, asked again") << "part.stl" << triangle << "--xblock Door --scale -1 2 --size \"\""
+                                               << "as block \"Door xblock\"" << true;
+    QTest::newRow("unknown option") << "part.stl" << triangle << "--size \"\""
+                                    << "Unknown option --size: the options are" << true;
+    QTest::newRow("empty file") << "part.obj" << QByteArray() << "\"\"" << "the file is empty" << false;
+    QTest::newRow("unknown extension") << "part.dwg" << triangle << "\"\"" << "is not a supported model file" << false;
+  }
+
+  void importSceneTakesItsOptionsOrRefusesAndAddsNothing()
+  {
+    QFETCH(QString, file);
+    QFETCH(QByteArray, content);
+    QFETCH(QString, options);
+    QFETCH(QString, report);
+    QFETCH(bool, adds);
+    QTemporaryDir dir;
+    QFile out(dir.filePath(file));
+    QVERIFY(out.open(QIODevice::WriteOnly));
+    out.write(content);
+    out.close();
+    QCOMPARE(m_runner->run(QStringLiteral("importscene %1 %2").arg(out.fileName(), options)), adds);
+    QVERIFY2(m_transcript.contains(report), qPrintable(m_transcript));
+    QCOMPARE(int(entitiesOfClass(QStringLiteral("OdDbBlockReference")).size()), adds ? 1 : 0);
   }
 
   void theLibraryListsABlocksAnimationsAndPosesItsParts()
