@@ -7,6 +7,9 @@
 
 #include "Rx/OdError.h"
 
+#include <Message.hxx>
+#include <Message_Messenger.hxx>
+#include <Message_Printer.hxx>
 #include <Standard_Failure.hxx>
 
 #include <QFileInfo>
@@ -20,8 +23,22 @@ namespace {
   throw OdError(code, odFromQString(message));
 }
 
+// The exchange readers report their progress to the default messenger, which
+// prints to standard output: that would fill the command line's transcript
+// (and a headless run's output). Only failures are let through.
+void quietenReaders()
+{
+  static const bool quiet = [] {
+    for (const Handle(Message_Printer)& printer : Message::DefaultMessenger()->Printers())
+      printer->SetTraceLevel(Message_Fail);
+    return true;
+  }();
+  Q_UNUSED(quiet);
+}
+
 kovImportedScene readByExtension(const QString& path, const QString& suffix)
 {
+  quietenReaders();
   if (suffix == QLatin1String("stl"))
     return kovStlImporter::read(path);
   if (suffix == QLatin1String("step") || suffix == QLatin1String("stp"))
