@@ -350,7 +350,7 @@ TEST_F(FilingInADrawing, savedDrawingLoadsWithItsAnimationLive)
   ASSERT_TRUE(m_drawing.record.tracks.back().hasBlock) << "the spawned chair has its block";
   const Bytes image = OdDbFileWriter::fileImage(db());
   const OdDbDatabasePtr loaded = OdDbFileReader::readBuffer(image.data(), image.size(), OdString(L"tour.kdb"));
-  EXPECT_EQ(kovCompareDrawings(db(), loaded.get()), "");
+  EXPECT_EQ(OdDbFileWriter::fileImage(loaded.get()), image) << "saving the loaded drawing gives the same bytes";
   kovDbAnimationPtr animation =
     loaded->getOdDbObjectId(m_drawing.animation.getHandle()).safeOpenObject(OdDb::kForWrite);
   EXPECT_EQ(filedFields(*animation), filedFields(m_drawing.record));
