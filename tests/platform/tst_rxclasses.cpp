@@ -1,20 +1,15 @@
-// Run-time classes: registration, queries, casts, creation by name, and
-// reference counting.
+// Run-time classes: registering a class twice, and casts.
 #include "kovChecks.h"
 #include "Rx/OdError.h"
 #include "Rx/OdRxClass.h"
 #include "Rx/OdRxDictionary.h"
-#include "Rx/OdStaticRxObject.h"
 
 #include <gtest/gtest.h>
 
 // Test classes live at namespace scope: the run-time class macros define
 // members that an anonymous namespace would flag as unused.
-static int g_destroyed = 0;
-
 class TstShape : public OdRxObject {
   ODRX_DECLARE_MEMBERS(TstShape);
-  ~TstShape() override { ++g_destroyed; }
 };
 ODRX_CONS_DEFINE_MEMBERS(TstShape, OdRxObject, RXIMPL_CONSTR)
 
@@ -24,16 +19,6 @@ class TstCircle : public TstShape {
 ODRX_DEFINE_MEMBERS_EX(TstCircle, TstShape, RXIMPL_CONSTR, 33, 55, 0xBFF, OdString(L"TstCircle"),
                        OdString(L"TSTCIRCLE"), OdString(L"TstApp"), 7)
 
-class TstAbstract : public TstShape {
-  ODRX_DECLARE_MEMBERS(TstAbstract);
-};
-ODRX_NO_CONS_DEFINE_MEMBERS(TstAbstract, TstShape)
-
-class TstUnrelated : public OdRxObject {
-  ODRX_DECLARE_MEMBERS(TstUnrelated);
-};
-ODRX_CONS_DEFINE_MEMBERS(TstUnrelated, OdRxObject, RXIMPL_CONSTR)
-
 namespace {
 
 class RxClasses : public ::testing::Test {
@@ -42,14 +27,9 @@ protected:
   {
     TstShape::rxInit();
     TstCircle::rxInit();
-    TstAbstract::rxInit();
-    TstUnrelated::rxInit();
-    g_destroyed = 0;
   }
   void TearDown() override
   {
-    TstUnrelated::rxUninit();
-    TstAbstract::rxUninit();
     TstCircle::rxUninit();
     TstShape::rxUninit();
   }
@@ -84,13 +64,4 @@ TEST_F(RxClasses, castReturnsNullOnMismatchWhileSmartPointerRaises)
   OdRxObjectPtr none;
   OdSmartPtr<TstCircle> fromNull = none;
   EXPECT_TRUE(fromNull.isNull());
-}
-
-TEST_F(RxClasses, objectsAreCreatedByClassName)
-{
-  OdRxObjectPtr object = odrxCreateObject(OdString(L"TstCircle"));
-  ASSERT_FALSE(object.isNull());
-  EXPECT_EQ(object->isA(), TstCircle::desc());
-  EXPECT_TRUE(odrxCreateObject(OdString(L"TstAbstract")).isNull());
-  EXPECT_EQ(raisedCode([] { odrxCreateObject(OdString(L"NoSuchClass")); }), eKeyNotFound);
 }
