@@ -401,7 +401,7 @@ protected:
     kovDbFixture::SetUp();
     kovDbTempBlockReference::rxInit();
     drawing = kovBuildSampleDrawing();
-    db = drawing.db.get();
+    db = drawing.db;
   }
   void TearDown() override
   {
@@ -435,7 +435,6 @@ protected:
   }
 
   kovSampleDrawing drawing;
-  OdDbDatabase* db = nullptr;
 };
 
 TEST_F(TrackWithDrawing, kindFollowsTheBoundEntity)
