@@ -1,8 +1,8 @@
 #ifndef KOV_ANIMATION_DRAWING_H
 #define KOV_ANIMATION_DRAWING_H
 
-// A drawing that holds an animation of every kind of track, and helpers to
-// take drawing file images apart. Header only, like kovFilingSamples.h.
+// A drawing that holds an animation of every kind of track, and a changed
+// drawing file image made whole again. Header only, like kovFilingSamples.h.
 
 #include "kovFilingSamples.h"
 #include "kovSampleDrawing.h"
