@@ -150,11 +150,6 @@ void tst_AnimationModule::startUpRegistersAndShutDownRemovesEverything()
       QCOMPARE(command->localName(), command->globalName());
     }
     QVERIFY(kovDbAnimation::desc());
-    QCOMPARE(kovDbAnimation::desc()->dxfName(), OdString(L"kovDbAnimation"));
-    int maint = 0;
-    QCOMPARE(kovDbAnimation::desc()->getClassVersion(&maint), 33);
-    QCOMPARE(maint, 55);
-    QCOMPARE(kovDbAnimation::desc()->proxyFlags(), 0xBFF);
     QVERIFY(odrxClassDictionary()->has(OdString(L"kovDbTempBlockReference")));
     QVERIFY(odrxClassDictionary()->has(OdString(L"AnimationGripAppData")));
     QVERIFY(module.dockWidget());
