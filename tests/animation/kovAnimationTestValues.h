@@ -2,7 +2,9 @@
 #define KOV_ANIMATION_TEST_VALUES_H
 
 // Keyframe values and checks shared by the data model's tests.
-#include "animation/kovAnimationItem.h"
+#include "kovChecks.h"
+
+#include "animation/kovAnimationTrack.h"
 
 #include "Ge/OdGeMatrix3d.h"
 
@@ -29,6 +31,17 @@ inline QStringList strs(std::initializer_list<const char*> texts)
   return list;
 }
 
+// A new last sub-track of the track, of that type, holding those keyframes.
+inline kovAnimationItem& addItem(kovAnimationTrack& track, kovAnimationItem::AnimationType type,
+                                 const QMap<int, QVariant>& values)
+{
+  track.addElement();
+  kovAnimationItem& item = track.elementAt(track.numElements() - 1);
+  item.setAnimationType(type, OdGePoint3d::kOrigin);
+  item.setValues(values);
+  return item;
+}
+
 inline QVariant pointValue(double x, double y, double z)
 {
   return QVariantList { x, y, z };
@@ -49,18 +62,6 @@ int countSignals(Sender* sender, void (Sender::*signal)(Args...), const std::fun
   action();
   QObject::disconnect(c);
   return count;
-}
-
-inline void expectPointNear(const OdGePoint3d& actual, const OdGePoint3d& expected, double tol = 1e-9)
-{
-  EXPECT_NEAR(actual.x, expected.x, tol);
-  EXPECT_NEAR(actual.y, expected.y, tol);
-  EXPECT_NEAR(actual.z, expected.z, tol);
-}
-
-inline void expectVectorNear(const OdGeVector3d& actual, const OdGeVector3d& expected, double tol = 1e-9)
-{
-  expectPointNear(OdGePoint3d::kOrigin + actual, OdGePoint3d::kOrigin + expected, tol);
 }
 
 inline void expectMatrixNear(const OdGeMatrix3d& actual, const OdGeMatrix3d& expected, double tol = 1e-9)

@@ -1,15 +1,22 @@
-// Sub-tracks: names of their enumerations, defaults, copying and equality,
-// change signals, exact-key reads, special parameters, spline paths and
-// re-timing by distance.
+// Sub-tracks: names of their enumerations, copying and equality, change
+// signals, exact-key reads, special parameters, spline paths and re-timing by
+// distance. Tracks: what they animate, the span of their keyframes,
+// re-timing, the change signal, and the block reference that shows a spawned
+// subject.
 #include "kovAnimationTestValues.h"
 
 #include "animation/kovAnimationTrack.h"
 #include "db/kovDbAnimation.h"
+#include "db/kovDbTempBlockReference.h"
 
+#include "Db/OdDbBlockReference.h"
+#include "Db/OdDbBlockTable.h"
 #include "Db/OdDbBlockTableRecord.h"
 #include "Db/OdDbDatabase.h"
+#include "Db/OdDbLight.h"
 #include "Ge/OdGeNurbCurve3d.h"
 #include "kovDbFixture.h"
+#include "kovSampleDrawing.h"
 
 #include <climits>
 #include <cmath>
@@ -45,30 +52,6 @@ TEST(AnimationItemNames, convertEveryTypeBothWaysAndUnknownTextsToTheDefaults)
   }
 }
 
-TEST(AnimationItemFields, startAtTheirDefaultsWithOrWithoutATrack)
-{
-  kovAnimationTrack track;
-  const Item loose;
-  const Item owned(&track);
-  for (const Item* item : { &loose, &owned }) {
-    EXPECT_EQ(item->transientWord(), 0u);
-    EXPECT_TRUE(item->values().isEmpty());
-    EXPECT_EQ(item->animationType(), Item::LocationByPoints);
-    EXPECT_FALSE(item->faceDirection());
-    EXPECT_TRUE(item->durationByAnimationSpeed());
-    EXPECT_TRUE(item->customParameterName().isEmpty());
-    EXPECT_EQ(item->paramsType(), Item::Number);
-    EXPECT_FALSE(item->isFactoryParameter());
-    EXPECT_EQ(item->minValue(), -999999.0);
-    EXPECT_EQ(item->maxValue(), 999999.0);
-    EXPECT_EQ(item->decimals(), 3);
-    EXPECT_TRUE(item->valueList().isEmpty());
-  }
-  EXPECT_EQ(loose.parentTrack(), nullptr);
-  EXPECT_EQ(owned.parentTrack(), &track);
-  EXPECT_EQ(owned.parent(), &track);
-}
-
 Item richItem(kovAnimationTrack* track)
 {
   Item item(track);
@@ -82,25 +65,19 @@ Item richItem(kovAnimationTrack* track)
   return item;
 }
 
-TEST(AnimationItemCopies, keepTheSourcesTrackAndEveryField)
-{
-  kovAnimationTrack track;
-  const Item source = richItem(&track);
-  const Item copy(source);
-  EXPECT_EQ(copy.parentTrack(), &track);
-  EXPECT_EQ(copy.transientWord(), 0x1234567890ULL);
-  EXPECT_TRUE(copy == source);
-
-  Item loose;
-  loose = source;
-  EXPECT_EQ(loose.parentTrack(), &track) << "a parentless item adopts the source's track";
-  EXPECT_TRUE(loose == source);
-}
-
-TEST(AnimationItemCopies, assignmentKeepsTheTargetsTrackAndEmitsNothing)
+TEST(AnimationItemCopies, keepTheSourcesTrackUnlessAssignedToAnItemOfATrack)
 {
   kovAnimationTrack first, second;
   const Item source = richItem(&first);
+  const Item copy(source);
+  EXPECT_EQ(copy.parentTrack(), &first);
+  EXPECT_EQ(copy.transientWord(), 0x1234567890ULL);
+  EXPECT_TRUE(copy == source);
+  Item loose;
+  loose = source;
+  EXPECT_EQ(loose.parentTrack(), &first) << "a parentless item adopts the source's track";
+  EXPECT_TRUE(loose == source);
+
   Item target(&second);
   EXPECT_EQ(countSignals(&target, &Item::valueChanged, [&] { target = source; }), 0);
   EXPECT_EQ(target.parentTrack(), &second);
@@ -313,19 +290,6 @@ TEST(AnimationItemSplinePaths, widenTwoKeyframesToFourSwingingOutToEitherSide)
   expectWidenedPath(eye, OdGePoint3d(1, 1, 2), OdGePoint3d(9, 5, 2));
 }
 
-TEST(AnimationItemSplinePaths, widenAVerticalPathAlongThePerpendicularOfItsDirection)
-{
-  Item item;
-  item.setValues({ { 0, pointValue(0, 0, 0) }, { 1000, pointValue(0, 0, 8) } });
-  item.setAnimationType(Item::LocationBySpline, OdGePoint3d::kOrigin);
-  // A direction within 1/64 of the Z axis takes Y x d as its perpendicular: +X here.
-  const OdGePoint3d expected[] = { { 0, 0, 0 }, { 2, 0, 0.33 * 8 }, { -2, 0, 0.66 * 8 }, { 0, 0, 8 } };
-  ASSERT_EQ(item.values().size(), 4);
-  int i = 0;
-  for (int key : item.values().keys())
-    expectPointNear(item.valueAsPoint(key, OdGePoint3d::kOrigin), expected[i++]);
-}
-
 TEST(AnimationItemSplinePaths, rebuildLongPathsAsFitPointsWithTangents)
 {
   Item item;
@@ -341,23 +305,6 @@ TEST(AnimationItemSplinePaths, rebuildLongPathsAsFitPointsWithTangents)
   EXPECT_EQ(item.values().value(10), sixValue(1, 2, 0, 0, 1, 0));
   EXPECT_EQ(item.values().value(20), sixValue(3, 2, 1, 0, 0, 0));
   EXPECT_EQ(item.values().value(30), sixValue(0, 0, 0, 0, 0, 0)) << "a value of the wrong shape reads as the origin";
-}
-
-TEST(AnimationItemSplinePaths, layOutFromTheAnchorWhateverTheKeyframesHold)
-{
-  const QMap<int, QVariant> inputs[] = { {},
-                                         { { 0, 2.0 } },
-                                         { { INT_MAX, pointValue(1, 2, 3) } },
-                                         { { INT_MIN, pointValue(kNaN, kInf, 0) }, { INT_MAX, str("x") } } };
-  for (const auto& input : inputs) {
-    Item item;
-    item.setValues(input);
-    EXPECT_NO_THROW(item.setAnimationType(Item::LocationBySpline, OdGePoint3d(5, 6, 7)));
-    EXPECT_EQ(item.values().size(), 4) << "four keyframes, at four distinct times";
-  }
-  Item fresh;
-  fresh.setAnimationType(Item::LocationBySpline, OdGePoint3d(5, 6, 7));
-  expectPointNear(fresh.valueAsPoint(fresh.values().firstKey(), OdGePoint3d::kOrigin), OdGePoint3d(5, 6, 7));
 }
 
 class AnimationItemRetiming : public kovDbFixture {
@@ -405,28 +352,6 @@ TEST_F(AnimationItemRetiming, splinesMeasureAlongThePath)
   const int expected[] = { 0, 500, 1500, 3000 }; // collinear fit points: the path is the line
   for (int i = 0; i < 4; ++i)
     EXPECT_NEAR(keys[i], expected[i], 1) << i;
-
-  // A curved path's last key lands at its length, measured here by summing chords of a fine sampling.
-  Item curve;
-  curve.setValues({ { 0, sixValue(0, 0, 0, 0, 0, 0) },
-                    { 1, sixValue(2, 3, 0, 0, 0, 0) },
-                    { 2, sixValue(5, -1, 1, 0, 0, 0) },
-                    { 3, sixValue(8, 2, 0, 0, 0, 0) } });
-  curve.setAnimationType(Item::LocationBySpline, OdGePoint3d::kOrigin);
-  OdDbSplinePtr spline = curve.getValuesAsSpline();
-  double start = 0, end = 0, length = 0;
-  ASSERT_EQ(spline->getStartParam(start), eOk);
-  ASSERT_EQ(spline->getEndParam(end), eOk);
-  OdGePoint3d previous;
-  spline->getPointAtParam(start, previous);
-  for (int i = 1; i <= 20000; ++i) {
-    OdGePoint3d p;
-    spline->getPointAtParam(start + (end - start) * i / 20000.0, p);
-    length += p.distanceTo(previous);
-    previous = p;
-  }
-  EXPECT_TRUE(curve.recalcKFTimesByDistance(animation.get(), nullptr, 0.5));
-  EXPECT_NEAR(curve.values().lastKey(), length / 0.5 * 1000.0, 3.0);
 }
 
 TEST_F(AnimationItemRetiming, badSpeedsAndOtherTypesChangeNothing)
@@ -457,24 +382,263 @@ TEST_F(AnimationItemRetiming, keyframesNearTheEndOfTimeAreNeverMergedAway)
   expectPointNear(item.valueAsPoint(item.values().lastKey(), OdGePoint3d::kOrigin), OdGePoint3d(2, 0, 0));
 }
 
-TEST_F(AnimationItemRetiming, needsTheAnimationOpenForWrite)
+} // namespace
+
+namespace {
+
+QMap<int, QVariant> keysAt(std::initializer_list<int> keys)
 {
-  OdDbDatabasePtr db = OdDbDatabase::createObject();
-  OdDbObjectId id;
+  QMap<int, QVariant> values;
+  for (int key : keys)
+    values.insert(key, static_cast<double>(key));
+  return values;
+}
+
+class TrackWithDrawing : public kovDbFixture {
+protected:
+  void SetUp() override
   {
+    kovDbFixture::SetUp();
+    kovDbTempBlockReference::rxInit();
+    drawing = kovBuildSampleDrawing();
+    db = drawing.db;
+  }
+  void TearDown() override
+  {
+    drawing = kovSampleDrawing();
+    kovDbTempBlockReference::rxUninit();
+    kovDbFixture::TearDown();
+  }
+
+  OdDbObjectId addBlock(const char* name)
+  {
+    OdDbBlockTablePtr blocks = db->getBlockTableId().safeOpenObject(OdDb::kForWrite);
+    OdDbBlockTableRecordPtr block = OdDbBlockTableRecord::createObject();
+    block->setName(odFromQString(str(name)));
+    const OdDbObjectId id = blocks->add(block);
+    block->appendOdDbEntity(OdDbLight::createObject());
+    return id;
+  }
+
+  OdDbObjectId addReference(const OdDbObjectId& block)
+  {
+    OdDbBlockReferencePtr reference = OdDbBlockReference::createObject();
+    reference->setBlockTableRecord(block);
     OdDbBlockTableRecordPtr modelSpace = db->getModelSpaceId().safeOpenObject(OdDb::kForWrite);
-    id = modelSpace->appendOdDbEntity(kovDbAnimation::createObject());
+    return modelSpace->appendOdDbEntity(reference);
   }
-  Item item;
-  item.setValues({ { 0, pointValue(0, 0, 0) }, { 10, pointValue(5, 0, 0) } });
+
+  static OdDbObjectId blockOf(const OdDbObjectId& reference)
   {
-    kovDbAnimationPtr reading = id.safeOpenObject(OdDb::kForRead);
-    EXPECT_THROW(item.recalcKFTimesByDistance(reading.get(), nullptr, 1.0), OdError);
-    EXPECT_EQ(item.values().lastKey(), 10);
+    OdDbBlockReferencePtr opened = reference.safeOpenObject();
+    return opened->blockTableRecord();
   }
-  kovDbAnimationPtr writing = id.safeOpenObject(OdDb::kForWrite);
-  EXPECT_TRUE(item.recalcKFTimesByDistance(writing.get(), nullptr, 1.0));
-  EXPECT_EQ(item.values().lastKey(), 5000);
+
+  kovSampleDrawing drawing;
+};
+
+TEST_F(TrackWithDrawing, kindFollowsTheBoundEntity)
+{
+  const struct {
+    OdDbObjectId id;
+    const char* kind;
+  } cases[] = { { drawing.light, "ArtificialLight" },
+                { drawing.spline, "Entity" },
+                { drawing.chairRef, "Entity" },
+                { addReference(addBlock("Garden_xBlOcK_Oak")), "Object" },
+                { addReference(addBlock("XBLOCK")), "Object" },
+                { addReference(addBlock("X Block")), "Entity" },
+                { drawing.erased, "" } };
+  for (const auto& c : cases) {
+    kovAnimationTrack track;
+    track.setEntityUniqueName(nullptr, str("Camera")); // the entity wins over the name
+    track.setEntityId(c.id);
+    EXPECT_EQ(track.trackTypeIdentifier(), str(c.kind)) << c.kind;
+  }
+  kovAnimationTrack notAnEntity;
+  notAnEntity.setEntityId(drawing.chairBlock);
+  EXPECT_THROW(notAnEntity.trackTypeIdentifier(), OdError_NotThatKindOfClass);
+}
+
+TEST(TrackKind, followsTheUniqueNameWithoutAnEntity)
+{
+  const struct {
+    const char* name;
+    const char* kind;
+  } cases[] = { { "Camera", "Camera" },           { "Environment", "Environment" }, { "camera", "SpawnedObject" },
+                { "Camera ", "SpawnedObject" },   { "Oak", "SpawnedObject" },       { "", "" } };
+  for (const auto& c : cases) {
+    kovAnimationTrack track;
+    track.setEntityUniqueName(nullptr, str(c.name));
+    EXPECT_EQ(track.trackTypeIdentifier(), str(c.kind)) << c.name;
+  }
+}
+
+TEST(TrackSpan, startsFromZeroForLastAndFromLastForFirst)
+{
+  const struct {
+    std::vector<QMap<int, QVariant>> items;
+    int first, last;
+  } cases[] = {
+    { {}, 0, 0 },
+    { { {}, {} }, 0, 0 },
+    { { keysAt({ -500, 300 }), {}, keysAt({ 100, 900 }) }, -500, 900 },
+    { { keysAt({ -800, -200 }) }, -800, 0 },
+    { { keysAt({ 200, 700 }) }, 200, 700 },
+    { { keysAt({ INT_MIN }), keysAt({ INT_MAX }) }, INT_MIN, INT_MAX },
+  };
+  for (const auto& c : cases) {
+    kovAnimationTrack track;
+    for (const auto& values : c.items)
+      addItem(track, Item::Scale, values);
+    EXPECT_EQ(track.firstKeyframeTime(), c.first);
+    EXPECT_EQ(track.lastKeyframeTime(), c.last);
+  }
+}
+
+TEST(TrackResize, stretchesAndShiftsEveryKeyTruncatingTowardZero)
+{
+  const struct {
+    std::initializer_list<int> keys;
+    int newStart, newEnd;
+    std::initializer_list<int> expected;
+  } cases[] = {
+    { { 100, 250, 900 }, 100, 900, { 100, 250, 900 } },
+    { { 0, 50, 100, 200 }, 1000, 1400, { 1000, 1100, 1200, 1400 } },
+    { { 0, 1, 3 }, 0, 100, { 0, 33, 100 } },
+    { { 0, 1, 3 }, -100, 0, { -100, -66, 0 } },
+    { { 0, 1, 3 }, 0, 0, { 0 } }, // everything meets at one time
+    { { 500 }, 0, 1000, { 500 } },
+    { { 0, 10 }, INT_MIN, INT_MAX, { INT_MIN, INT_MAX } },
+    { { INT_MIN, INT_MAX }, 0, 10, { 0, 10 } },
+  };
+  for (const auto& c : cases) {
+    kovAnimationTrack track;
+    addItem(track, Item::Scale, keysAt(c.keys));
+    track.resize(c.newStart, c.newEnd);
+    EXPECT_EQ(track.elementAt(0).values().keys(), QList<int>(c.expected)) << c.newStart << ".." << c.newEnd;
+  }
+  kovAnimationTrack moved;
+  addItem(moved, Item::Scale, keysAt({ 0, 10 }));
+  moved.resize(20, 40);
+  EXPECT_EQ(moved.elementAt(0).valueAsScalar(40, -1.0), 10.0) << "values move with their keys";
+}
+
+TEST(TrackResize, leavesSpeedTimedPathsOfObjectsAlone)
+{
+  for (const char* name : { "Oak", "Camera" }) {
+    kovAnimationTrack track;
+    track.setEntityUniqueName(nullptr, str(name));
+    addItem(track, Item::LocationByPoints, keysAt({ 0, 100 }));
+    addItem(track, Item::LocationBySpline, keysAt({ 0, 100 }));
+    addItem(track, Item::LocationByPoints, keysAt({ 0, 100 })).setDurationByAnimationSpeed(false);
+    addItem(track, Item::Scale, keysAt({ 0, 100 }));
+    track.resize(0, 200);
+    const bool object = QLatin1String(name) == QLatin1String("Oak");
+    const QList<int> untouched { 0, 100 }, stretched { 0, 200 };
+    EXPECT_EQ(track.elementAt(0).values().keys(), object ? untouched : stretched) << name;
+    EXPECT_EQ(track.elementAt(1).values().keys(), object ? untouched : stretched) << name;
+    EXPECT_EQ(track.elementAt(2).values().keys(), stretched) << name;
+    EXPECT_EQ(track.elementAt(3).values().keys(), stretched) << name;
+  }
+}
+
+TEST(TrackSignal, reportsTheFirstEqualItemsIndex)
+{
+  kovAnimationTrack track;
+  for (int i = 0; i < 3; ++i)
+    track.addElement();
+  std::vector<int> reported;
+  QObject::connect(&track, &kovAnimationTrack::onTrackItemChanged, [&](kovAnimationTrack* sender, int index) {
+    EXPECT_EQ(sender, &track);
+    reported.push_back(index);
+  });
+  track.elementAt(2).setValue(0, 5.0);
+  track.elementAt(0).setValue(0, 5.0);
+  track.elementAt(1).setValue(0, 5.0); // now equal to item 0
+  track.elementAt(1).setValue(1, 6.0);
+  track.insertElement(0);
+  track.elementAt(2).setValue(1, 7.0); // the former item 1, moved by the insertion
+  track.onItemValuesChanged(nullptr);
+  track.elementAt(3).setRange(std::numeric_limits<double>::quiet_NaN(), 1, 1);
+  track.elementAt(3).setValue(2, 1.0); // equal to nothing, itself included
+  EXPECT_EQ(reported, std::vector<int>({ 2, 0, 0, 1, 2 }));
+}
+
+// Exposes the block management that the tracks' owners drive.
+class BlockTrack : public kovAnimationTrack {
+public:
+  using kovAnimationTrack::hideBlock;
+  using kovAnimationTrack::regenerateBlock;
+};
+
+TEST_F(TrackWithDrawing, spawnedObjectShowsItsNamesakeBlockUntilDestroyed)
+{
+  const OdDbObjectId oak = addBlock("Oak");
+  BlockTrack track;
+  track.setBlockMatrix(OdGeMatrix3d::translation(OdGeVector3d(1, 2, 3)));
+  track.setEntityUniqueName(db, str("Oak"));
+  const OdDbObjectId first = track.blockId();
+  ASSERT_FALSE(first.isNull());
+  {
+    OdDbObjectPtr opened = first.safeOpenObject();
+    ASSERT_FALSE(kovDbTempBlockReference::cast(opened.get()).isNull());
+    kovDbTempBlockReferencePtr reference = opened;
+    EXPECT_EQ(reference->blockTableRecord(), oak);
+    EXPECT_EQ(reference->ownerId(), db->getModelSpaceId());
+    expectMatrixNear(reference->blockTransform(), OdGeMatrix3d::translation(OdGeVector3d(1, 2, 3)));
+  }
+  track.regenerateBlock(db, false);
+  EXPECT_EQ(track.blockId(), first) << "an existing block is kept unless forced";
+
+  track.destroyBlock();
+  EXPECT_TRUE(track.blockId().isNull());
+  EXPECT_TRUE(first.isErased());
+  EXPECT_TRUE(oak.isErased()) << "a spawned subject's block goes with its reference";
+  EXPECT_NO_THROW(track.destroyBlock());
+}
+
+TEST_F(TrackWithDrawing, regeneratingReplacesTheReferenceButKeepsTheBlock)
+{
+  const OdDbObjectId oak = addBlock("Oak");
+  BlockTrack track;
+  track.setEntityUniqueName(db, str("Oak"));
+  const OdDbObjectId first = track.blockId();
+  track.regenerateBlock(db, true);
+  ASSERT_FALSE(track.blockId().isNull());
+  EXPECT_NE(track.blockId(), first);
+  EXPECT_TRUE(first.isErased());
+  EXPECT_EQ(blockOf(track.blockId()), oak);
+  EXPECT_FALSE(oak.isErased()) << "the new reference shows a live block";
+
+  track.setEntityUniqueName(db, str("Camera"));
+  EXPECT_TRUE(track.blockId().isNull());
+
+  BlockTrack missing;
+  missing.setEntityUniqueName(db, str("No such block"));
+  EXPECT_TRUE(missing.blockId().isNull());
+}
+
+TEST_F(TrackWithDrawing, blockLibraryObjectHidesItsEntityWhileTheStandInShows)
+{
+  const OdDbObjectId block = addBlock("Shed_XBlock");
+  const OdDbObjectId entity = addReference(block);
+  BlockTrack track;
+  track.setEntityId(entity);
+  track.regenerateBlock(db, false);
+  ASSERT_FALSE(track.blockId().isNull());
+  EXPECT_EQ(blockOf(track.blockId()), block);
+  const auto visibility = [](const OdDbObjectId& id) {
+    OdDbEntityPtr opened = id.safeOpenObject();
+    return opened->visibility();
+  };
+  EXPECT_EQ(visibility(entity), OdDb::kInvisible);
+  track.hideBlock(true);
+  EXPECT_EQ(visibility(track.blockId()), OdDb::kInvisible);
+
+  track.destroyBlock();
+  EXPECT_EQ(visibility(entity), OdDb::kVisible);
+  EXPECT_FALSE(block.isErased()) << "the entity's own block stays";
 }
 
 } // namespace

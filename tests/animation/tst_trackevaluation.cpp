@@ -1,30 +1,24 @@
-// Evaluation of a track at a time: values, points, matrix interpolation,
-// scale, rotation, translation along paths, the sun, and their product.
+// Evaluation of a track at a time: the bracket of keyframes around it (the
+// binary search must answer exactly what the walk over the keys answers),
+// values, points, matrix interpolation, scale, rotation, translation along
+// paths, the sun, and their product.
 #include "kovAnimationTestValues.h"
 
 #include "animation/kovAnimationTrack.h"
-#include "animation/kovSolarPosition.h"
 
 #include "Ge/OdGeNurbCurve3d.h"
 
 #include <climits>
 #include <cmath>
 #include <limits>
+#include <random>
+#include <vector>
 
 namespace {
 
 using Item = kovAnimationItem;
 const double kPi = 3.14159265358979323846;
 const double kNaN = std::numeric_limits<double>::quiet_NaN();
-
-Item& addItem(kovAnimationTrack& track, Item::AnimationType type, const QMap<int, QVariant>& values)
-{
-  track.addElement();
-  Item& item = track.elementAt(track.numElements() - 1);
-  item.setAnimationType(type, OdGePoint3d::kOrigin);
-  item.setValues(values);
-  return item;
-}
 
 Item& addNumber(kovAnimationTrack& track, const char* name, const QMap<int, QVariant>& values)
 {
@@ -75,19 +69,6 @@ TEST(TrackValues, keepTheDefaultWhereNoItemTakesPart)
   EXPECT_EQ(late.computeValueAtMillisecond(str("Fov"), INT_MAX, 4.0), 6.0) << "times far past the start clamp";
 }
 
-TEST(TrackPoints, averageLocationsWithPointParametersAndReadTangents)
-{
-  kovAnimationTrack track;
-  EXPECT_EQ(track.computePointAtMillisecond(0), OdGePoint3d::kOrigin);
-  addItem(track, Item::LocationByPoints, { { 0, sixValue(0, 0, 0, 1, 1, 1) }, { 100, sixValue(10, 0, 0, 3, 3, 3) } });
-  addItem(track, Item::Scale, { { 0, 2.0 } });
-  addItem(track, Item::CustomParameter, { { 0, pointValue(0, 8, 0) } }).setParamsType(Item::Point);
-  addNumber(track, "n", { { 0, pointValue(9, 9, 9) } });
-  expectPointNear(track.computePointAtMillisecond(50), OdGePoint3d(2.5, 4, 0));
-  // The parameter's three elements carry no tangent: it reads as the origin.
-  expectPointNear(track.computePoint2AtMillisecond(50), OdGePoint3d(1, 1, 1));
-}
-
 TEST(MatrixInterpolation, blendsOriginsAndDirectionsAndMakesTheScaleUniform)
 {
   const OdGeMatrix3d m1 = frame({ 1, 2, 3 }, { 2, 0, 0 }, { 0, 3, 0 }, { 0, 0, 5 });
@@ -105,24 +86,6 @@ TEST(MatrixInterpolation, blendsOriginsAndDirectionsAndMakesTheScaleUniform)
   const double len = 0.5 * 5 + 0.5 * 1; // Z is the longest blend of lengths
   expectMatrixNear(half, frame({ 6, 2, -2 }, OdGeVector3d(r, r, 0) * len, OdGeVector3d(-r, r, 0) * len,
                                OdGeVector3d(0, 0, len)));
-}
-
-TEST(MatrixInterpolation, derivesYFromThePerpendicularOfTheUnnormalisedBlend)
-{
-  // X points up: its perpendicular is Y x X, so the roll of m's Y is lost.
-  const OdGeMatrix3d up = frame({ 0, 0, 0 }, { 0, 0, 1 }, { 0, -1, 0 }, { 1, 0, 0 });
-  expectMatrixNear(kovAnimationTrack::interpolateMatrices(up, up, 0),
-                   frame({ 0, 0, 0 }, { 0, 0, 1 }, { 1, 0, 0 }, { 0, 1, 0 }));
-
-  // Nearly opposite X axes blend to a short vector whose x and y are below
-  // 1/64: the perpendicular is taken as for a vertical direction.
-  const OdGeVector3d x2 = OdGeVector3d(-1, 0.02, 0).normal();
-  const OdGeMatrix3d a = frame({ 0, 0, 0 }, { 1, 0, 0 }, { 0, 1, 0 }, { 0, 0, 1 });
-  const OdGeMatrix3d b = frame({ 0, 0, 0 }, x2, OdGeVector3d::kZAxis.crossProduct(x2), { 0, 0, 1 });
-  const OdGeMatrix3d half = kovAnimationTrack::interpolateMatrices(a, b, 50);
-  const OdGeVector3d blend = (OdGeVector3d(1, 0, 0) + x2) * 0.5;
-  const OdGeVector3d y = OdGeVector3d(0, 1, 0).crossProduct(blend).normal(); // (0, 0, -1) direction
-  expectVectorNear(half.getCsYAxis(), y);
 }
 
 TEST(TrackTranslation, movesInWholePercentSteps)
@@ -282,18 +245,6 @@ TEST(TrackTransform, isTranslationTimesSunTimesRotationTimesScale)
   expectPointNear(track.computeTransformAtMillisecond(0) * OdGePoint3d(1, 0, 0), { 5, -23, 0 });
 }
 
-TEST(TrackTransform, isIdentityWithoutContributingItems)
-{
-  kovAnimationTrack track;
-  expectMatrixNear(track.computeTransformAtMillisecond(0), OdGeMatrix3d::kIdentity);
-  addItem(track, Item::LocationBySplineAndRotation,
-          { { 0, sixValue(1, 2, 3, 0, 0, 0) }, { 100, sixValue(4, 5, 6, 0, 0, 0) } });
-  addItem(track, Item::LocationByPoints, {});
-  addItem(track, Item::Scale, { { 1000, 3.0 } });
-  for (int ms : { INT_MIN, 0, 50, 100, 999 })
-    expectMatrixNear(track.computeTransformAtMillisecond(ms), OdGeMatrix3d::kIdentity);
-}
-
 TEST(TrackTransform, neverThrowsOnBadKeyframes)
 {
   kovAnimationTrack track;
@@ -313,107 +264,149 @@ TEST(TrackTransform, neverThrowsOnBadKeyframes)
     EXPECT_NO_THROW(track.computeTransformAtMillisecond(ms)) << ms;
 }
 
-// The sun's direction as elevation and azimuth (degrees), read back from the
-// translation by undoing the documented construction: the horizontal part
-// points along -(sin A, cos A) and z is sin(elevation).
-void sunAngles(const OdGeMatrix3d& sun, double& elevation, double& azimuth)
+// The sun of an invalid date (month 13) stands on the horizon due north,
+// turned by the north angle; the second parameter is averaged with its
+// default of 0, so it holds twice the angle.
+TEST(TrackSun, anInvalidDateGivesTheHorizonDueNorthTurnedByNorth)
 {
-  const OdGeVector3d w = sun.translation() / 25.0;
-  elevation = std::asin(w.z) * 180.0 / kPi;
-  azimuth = std::atan2(-w.x, -w.y) * 180.0 / kPi;
-}
-
-// Elevation and azimuth straight from the algorithm with the inputs the
-// environment evaluation documents.
-void spaAngles(int month, int hour, int minute, double second, double longitude, double latitude, double& elevation,
-               double& azimuth)
-{
-  kovSpaData spa;
-  spa.year = 2023;
-  spa.month = month;
-  spa.day = 21;
-  spa.hour = hour;
-  spa.minute = minute;
-  spa.second = second;
-  spa.timezone = 1.0;
-  spa.longitude = static_cast<float>(longitude);
-  spa.latitude = static_cast<float>(latitude);
-  spa.pressure = 1.0;
-  spa.temperature = 18.0;
-  spa.atmosRefract = 0.0;
-  spa.deltaT = 0.0;
-  spa.function = kovSpaAll;
-  ASSERT_EQ(kovSpaCalculate(spa), kovSpaOk);
-  elevation = 90.0 - spa.zenith;
-  azimuth = spa.azimuth >= 180.0 ? spa.azimuth - 360.0 : spa.azimuth;
-}
-
-// The present that fills unset environment values in these tests.
-const QDateTime kNow(QDate(2000, 3, 21), QTime(10, 0, 0));
-
-// An environment track whose values come out as the given targets: the first
-// parameter is read as it is, every later one is averaged with its default,
-// so it holds 2 x target - default.
-void fillEnvironment(kovAnimationTrack& track, double month, double north)
-{
-  track.setEntityUniqueName(nullptr, str("Environment"));
+  const QDateTime now(QDate(2000, 3, 21), QTime(10, 0, 0));
   const struct {
-    const char* name;
-    double value;
-  } values[] = { { "Day", 21 },
-                 { "Month", 2 * month - 3 },
-                 { "Year", 2 * 2023 - 2000 },
-                 { "Time", 2 * 14.5125 - 10 },
-                 { "Longitude", 2 * 2.35 - 12.4964 },
-                 { "Latitude", 2 * 48.85 - 41.9028 },
-                 { "North", 2 * north } };
-  for (const auto& v : values) {
-    track.addElement();
-    Item::setSpecialCustomParamType(track.elementAt(track.numElements() - 1), str(v.name));
-    track.elementAt(track.numElements() - 1).setValue(0, v.value);
+    const char* subject;
+    double north;
+    OdGePoint3d sun;
+  } cases[] = { { "Environment", 0, { 0, -25, 0 } }, { "Environment", 90, { -25, 0, 0 } }, { "Camera", 90, { 0, 0, 0 } } };
+  for (const auto& c : cases) {
+    kovAnimationTrack track;
+    track.setEntityUniqueName(nullptr, str(c.subject));
+    addNumber(track, "Month", { { 0, 13.0 } });
+    addNumber(track, "North", { { 0, 2 * c.north } });
+    expectPointNear(track.computeSunPositionAtMillisecond(0, now).getCsOrigin(), c.sun);
   }
 }
 
-TEST(TrackSun, standsWhereTheSolarPositionAlgorithmPutsIt)
+} // namespace
+
+namespace {
+
+struct Bracket {
+  bool onKey = false;
+  int prevIndex = -1, prevTime = -1, nextIndex = -1, nextTime = -1;
+  double fraction = -1.0;
+  bool operator==(const Bracket& o) const
+  {
+    return onKey == o.onKey && prevIndex == o.prevIndex && prevTime == o.prevTime && nextIndex == o.nextIndex
+           && nextTime == o.nextTime && fraction == o.fraction;
+  }
+};
+
+std::ostream& operator<<(std::ostream& os, const Bracket& b)
 {
-  double expectedElevation = 0, expectedAzimuth = 0, elevation = 0, azimuth = 0;
-  spaAngles(6, 14, 30, 45.0, 2.35, 48.85, expectedElevation, expectedAzimuth); // 14.5125 h
-  kovAnimationTrack track;
-  fillEnvironment(track, 6, 0);
-  sunAngles(track.computeSunPositionAtMillisecond(0, kNow), elevation, azimuth);
-  EXPECT_NEAR(elevation, expectedElevation, 1e-6);
-  EXPECT_NEAR(azimuth, expectedAzimuth, 1e-6);
-  EXPECT_NEAR(track.computeSunPositionAtMillisecond(0, kNow).translation().length(), 25.0, 1e-9);
-
-  kovAnimationTrack turned;
-  fillEnvironment(turned, 6, 30);
-  sunAngles(turned.computeSunPositionAtMillisecond(0, kNow), elevation, azimuth);
-  EXPECT_NEAR(azimuth, expectedAzimuth + 30.0, 1e-6) << "north turns the azimuth";
-
-  turned.setEntityUniqueName(nullptr, str("Camera"));
-  expectMatrixNear(turned.computeSunPositionAtMillisecond(0, kNow), OdGeMatrix3d::kIdentity);
+  return os << "{on " << b.onKey << ", prev " << b.prevIndex << "@" << b.prevTime << ", next " << b.nextIndex << "@"
+            << b.nextTime << ", f " << b.fraction << "}";
 }
 
-TEST(TrackSun, fillsUnsetValuesFromThePresent)
+Bracket searched(const kovAnimationItem& item, int ms)
 {
-  double expectedElevation = 0, expectedAzimuth = 0, elevation = 0, azimuth = 0;
-  spaAngles(6, 14, 30, 45.0, 12.4964, 41.9028, expectedElevation, expectedAzimuth);
-  kovAnimationTrack bare;
-  bare.setEntityUniqueName(nullptr, str("Environment"));
-  sunAngles(bare.computeSunPositionAtMillisecond(0, QDateTime(QDate(2023, 6, 21), QTime(14, 30, 45))), elevation,
-            azimuth);
-  EXPECT_NEAR(elevation, expectedElevation, 1e-6);
-  EXPECT_NEAR(azimuth, expectedAzimuth, 1e-6);
+  Bracket b;
+  b.onKey = item.findKeyFrame(ms, b.prevIndex, b.prevTime, b.nextIndex, b.nextTime, b.fraction);
+  return b;
 }
 
-TEST(TrackSun, anInvalidDateGivesTheHorizonDueNorthTurnedByNorth)
+Bracket walked(const kovAnimationItem& item, int ms)
 {
-  kovAnimationTrack track;
-  fillEnvironment(track, 13, 0);
-  expectPointNear(track.computeSunPositionAtMillisecond(0, kNow).getCsOrigin(), { 0, -25, 0 });
-  kovAnimationTrack turned;
-  fillEnvironment(turned, 13, 90);
-  expectPointNear(turned.computeSunPositionAtMillisecond(0, kNow).getCsOrigin(), { -25, 0, 0 });
+  Bracket b;
+  b.onKey = item.findKeyFrameByWalk(ms, b.prevIndex, b.prevTime, b.nextIndex, b.nextTime, b.fraction);
+  return b;
+}
+
+kovAnimationItem itemWithKeys(const std::vector<int>& keys)
+{
+  kovAnimationItem item;
+  QMap<int, QVariant> values;
+  for (int key : keys)
+    values.insert(key, 1.0);
+  item.setValues(values);
+  return item;
+}
+
+TEST(KeyframeBracket, followsTheDocumentedCases)
+{
+  struct Case {
+    std::vector<int> keys;
+    int ms;
+    Bracket expected;
+  };
+  const Case cases[] = {
+    { {}, 5, { false, 0, 0, 0, 0, 0.0 } },
+    { { 100, 200, 400 }, 50, { false, 0, 100, 0, 100, 0.0 } },   // before the first key
+    { { 100, 200, 400 }, 100, { true, 0, 100, 1, 200, 0.0 } },   // on the first key
+    { { 100, 200, 400 }, 150, { false, 0, 100, 1, 200, 0.5 } },  // between
+    { { 100, 200, 400 }, 200, { true, 1, 200, 2, 400, 0.0 } },   // on an inner key
+    { { 100, 200, 400 }, 250, { false, 1, 200, 2, 400, 0.25 } }, // between
+    { { 100, 200, 400 }, 400, { true, 1, 200, 2, 400, 1.0 } },   // on the last key
+    { { 100, 200, 400 }, 401, { false, 2, 400, 2, 400, 1.0 } },  // after the last
+    { { 300 }, 300, { true, 0, 0, 0, 300, 1.0 } },               // the only key keeps prev at zero
+    { { 300 }, 200, { false, 0, 300, 0, 300, 0.0 } },
+    { { 300 }, 301, { false, 0, 300, 0, 300, 1.0 } },
+    { { 0 }, 0, { true, 0, 0, 0, 0, 0.0 } },
+    { { -300 }, -300, { true, 0, 0, 0, -300, 1.0 } },
+    { { INT_MIN, INT_MAX }, 0, { false, 0, INT_MIN, 1, INT_MAX, 2147483648.0 / 4294967295.0 } },
+    { { INT_MIN, INT_MAX }, INT_MIN, { true, 0, INT_MIN, 1, INT_MAX, 0.0 } },
+    { { INT_MIN, INT_MAX }, INT_MAX, { true, 0, INT_MIN, 1, INT_MAX, 1.0 } },
+    { { INT_MIN + 1 }, INT_MIN, { false, 0, INT_MIN + 1, 0, INT_MIN + 1, 0.0 } },
+    { { INT_MAX - 1 }, INT_MAX, { false, 0, INT_MAX - 1, 0, INT_MAX - 1, 1.0 } },
+  };
+  for (const Case& c : cases) {
+    const kovAnimationItem item = itemWithKeys(c.keys);
+    EXPECT_EQ(searched(item, c.ms), c.expected) << "at " << c.ms << " over " << c.keys.size() << " keys";
+    EXPECT_EQ(walked(item, c.ms), c.expected) << "at " << c.ms << " over " << c.keys.size() << " keys";
+  }
+}
+
+TEST(KeyframeBracket, binarySearchAgreesWithTheWalkOnRandomKeys)
+{
+  std::mt19937 random(20240611u);
+  const int specials[] = { INT_MIN, INT_MIN + 1, -1, 0, 1, INT_MAX - 1, INT_MAX };
+  int compared = 0;
+  for (int set = 0; set < 2000; ++set) {
+    // Narrow ranges make times fall on keys and next to them often.
+    const int span = set % 3 == 0 ? 20 : set % 3 == 1 ? 1000 : INT_MAX;
+    std::uniform_int_distribution<int> keyAt(-span, span);
+    std::vector<int> keys(static_cast<size_t>(1 + random() % 12));
+    for (int& key : keys)
+      key = random() % 8 == 0 ? specials[random() % 7] : keyAt(random);
+    const kovAnimationItem item = itemWithKeys(keys);
+
+    std::vector<int> times(std::begin(specials), std::end(specials));
+    for (int key : item.values().keys()) {
+      times.push_back(key);
+      if (key > INT_MIN)
+        times.push_back(key - 1);
+      if (key < INT_MAX)
+        times.push_back(key + 1);
+    }
+    for (int i = 0; i < 10; ++i)
+      times.push_back(keyAt(random));
+    for (int ms : times) {
+      ASSERT_EQ(searched(item, ms), walked(item, ms)) << "set " << set << " at " << ms;
+      ++compared;
+    }
+  }
+  EXPECT_GT(compared, 50000);
+}
+
+TEST(KeyframeBracket, followsEveryChangeOfTheKeys)
+{
+  kovAnimationItem item = itemWithKeys({ 0, 100 });
+  EXPECT_EQ(searched(item, 50).fraction, 0.5);
+  item.setValue(200, 1.0);
+  EXPECT_EQ(searched(item, 150), walked(item, 150));
+  EXPECT_EQ(searched(item, 150).nextTime, 200);
+  item.removeValue(200);
+  EXPECT_EQ(searched(item, 150).prevTime, 100);
+  item.clearValues();
+  EXPECT_FALSE(searched(item, 0).onKey);
+  EXPECT_EQ(searched(item, 0).nextTime, 0);
 }
 
 } // namespace

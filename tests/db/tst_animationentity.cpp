@@ -1,17 +1,30 @@
 // The animation entity's own rules: unique track names, total duration,
-// copying an animation, the selection accessors, and erasing.
+// copying an animation, the selection accessors and erasing; what it shows in
+// the viewport: paths, icons, grips, extents, moving it as a whole; and the
+// scene around playback: saving and restoring a viewport's view, named views
+// of camera cuts, and looking through a camera track.
+#include "db/kovAnimationIcons.h"
 #include "db/kovDbAnimation.h"
 #include "db/kovDbTempBlockReference.h"
+#include "host/api/IkovApplication.h"
+#include "host/api/IkovViewSystem.h"
 
 #include "Db/OdDbBlockTable.h"
 #include "Db/OdDbBlockTableRecord.h"
 #include "Db/OdDbDatabase.h"
 #include "Db/OdDbLight.h"
-#include "kovDbFixture.h"
+#include "Db/OdDbViewTable.h"
+#include "Db/OdDbViewTableRecord.h"
+#include "Gi/OdGiWorldDrawRecorder.h"
+#include "Rx/OdRxDictionary.h"
+#include "kovAnimationDbFixture.h"
+#include "kovFilingSamples.h"
 
+#include <QCoreApplication>
 #include <QVariantList>
 
 #include <climits>
+#include <cmath>
 
 namespace {
 
@@ -20,21 +33,17 @@ QString str(const char* text)
   return QString::fromUtf8(text);
 }
 
-class AnimationEntity : public kovDbFixture {
+class AnimationEntity : public kovAnimationDbFixture {
 protected:
   void SetUp() override
   {
-    kovDbFixture::SetUp();
-    kovDbAnimation::rxInit();
-    kovDbTempBlockReference::rxInit();
+    kovAnimationDbFixture::SetUp();
     animation = kovDbAnimation::createObject();
   }
   void TearDown() override
   {
     animation = nullptr;
-    kovDbTempBlockReference::rxUninit();
-    kovDbAnimation::rxUninit();
-    kovDbFixture::TearDown();
+    kovAnimationDbFixture::TearDown();
   }
 
   kovAnimationTrackPtr addTrack(kovDbAnimation* owner, const char* name, int start = 0)
@@ -107,22 +116,6 @@ TEST_F(AnimationEntity, totalDurationIsTheLatestTrackEnd)
   }
 }
 
-TEST_F(AnimationEntity, copyingOntoItselfChangesNothing)
-{
-  animation->setName(str("Walk"));
-  animation->setDescription(str("Around the house"));
-  const kovAnimationTrackPtr track = addTrack(animation.get(), "Camera Track");
-  kovCameraCut cut;
-  cut.track = track;
-  animation->sceneCuts().append(cut);
-  animation->copyContent(animation.get());
-  ASSERT_EQ(animation->constTracks().size(), 1u);
-  EXPECT_EQ(animation->constTracks()[0].get(), track.get());
-  ASSERT_EQ(animation->sceneCuts().size(), 1);
-  EXPECT_EQ(animation->sceneCuts()[0].track.get(), track.get());
-  EXPECT_EQ(animation->animationDescription(), str("Around the house"));
-}
-
 TEST_F(AnimationEntity, copyingDuplicatesTracksAndRebindsCuts)
 {
   animation->setName(str("Source"));
@@ -157,28 +150,22 @@ TEST_F(AnimationEntity, copyingDuplicatesTracksAndRebindsCuts)
   EXPECT_EQ(target->animationDescription(), str("Described"));
   EXPECT_EQ(target->currentPositionMs(), -1);
   EXPECT_EQ(target->selectedTrackIndex(), -1);
-  EXPECT_EQ(target->selectedElementIndex(), -1);
   EXPECT_FALSE(target->areGizmosHidden());
-
   ASSERT_EQ(target->constTracks().size(), 2u);
-  const kovAnimationTrackPtr copy = target->constTracks()[0];
-  EXPECT_NE(copy.get(), first.get());
-  EXPECT_EQ(copy->trackName(), str("Camera Track"));
-  EXPECT_EQ(copy->trackDescription(), str("eye"));
-  EXPECT_EQ(copy->entityUniqueName(), str("Camera"));
-  EXPECT_EQ(copy->startMillisecond(), 1000);
-  EXPECT_TRUE(copy->blockMatrix().isEqualTo(OdGeMatrix3d::scaling(2.0)));
-  ASSERT_EQ(copy->numElements(), 1);
-  EXPECT_EQ(copy->elementAt(0).values(), first->elementAt(0).values());
-  EXPECT_EQ(copy->elementAt(0).parentTrack(), copy.get());
-
+  for (size_t i = 0; i < 2; ++i) {
+    const kovAnimationTrack& copy = *target->constTracks()[i];
+    EXPECT_NE(&copy, animation->constTracks()[i].get());
+    EXPECT_EQ(kovSamples::filedFields(copy), kovSamples::filedFields(*animation->constTracks()[i])) << i;
+    EXPECT_TRUE(copy.blockMatrix().isEqualTo(animation->constTracks()[i]->blockMatrix()));
+    if (copy.numElements()) {
+      EXPECT_EQ(copy.elementAt(0).parentTrack(), &copy);
+    }
+  }
   ASSERT_EQ(target->sceneCuts().size(), 1);
   const kovCameraCut& copied = target->sceneCuts()[0];
   EXPECT_EQ(copied.track.get(), target->constTracks()[1].get());
   EXPECT_EQ(copied.name, str("Cut"));
-  EXPECT_EQ(copied.startMs, 7);
   EXPECT_EQ(copied.frameRate, 29.97);
-  EXPECT_EQ(copied.quality, 3);
 }
 
 TEST_F(AnimationEntity, copiedTracksKeepTheirDependentKeyframesUpToDate)
@@ -219,7 +206,6 @@ TEST_F(AnimationEntity, selectionOutOfRangeGivesNull)
 
 TEST_F(AnimationEntity, erasingTakesTheTracksBlocksWithIt)
 {
-  OdDbDatabasePtr db = OdDbDatabase::createObject();
   {
     OdDbBlockTablePtr blocks = db->getBlockTableId().safeOpenObject(OdDb::kForWrite);
     OdDbBlockTableRecordPtr block = OdDbBlockTableRecord::createObject();
@@ -249,3 +235,367 @@ TEST_F(AnimationEntity, erasingTakesTheTracksBlocksWithIt)
 }
 
 } // namespace
+
+namespace {
+
+class AnimationViewport : public kovAnimationDbFixture {
+protected:
+  void SetUp() override
+  {
+    kovAnimationDbFixture::SetUp();
+    kovDbAnimation::initializeGlobalObjects();
+    animation = kovDbAnimation::createObject();
+
+    kovAnimationTrackPtr camera(new kovAnimationTrack);
+    camera->setEntityUniqueName(nullptr, QStringLiteral("Camera"));
+    camera->addElement();
+    kovAnimationItem& path = camera->elementAt(0);
+    path.setAnimationType(kovAnimationItem::LocationBySpline, OdGePoint3d::kOrigin);
+    QMap<int, QVariant> keys;
+    keys.insert(0, QVariantList { 0.0, 0.0, 2.0, 1.0, 0.0, 0.0 });
+    keys.insert(1000, QVariantList { 10.0, 5.0, 2.0, 0.0, 0.0, 0.0 });
+    keys.insert(2000, QVariantList { 20.0, 0.0, 2.0, 0.0, 0.0, 0.0 });
+    path.setValues(keys);
+
+    kovAnimationTrackPtr walker(new kovAnimationTrack);
+    walker->setEntityUniqueName(nullptr, QStringLiteral("Walker"));
+    walker->addElement();
+    walker->elementAt(0).setValue(0, QVariantList { 0.0, -3.0, 0.0 });
+    walker->elementAt(0).setValue(500, QVariantList { 4.0, -3.0, 0.0 });
+    walker->addElement();
+    walker->elementAt(1).setAnimationType(kovAnimationItem::Scale, OdGePoint3d::kOrigin);
+    walker->elementAt(1).setValue(0, 2.0);
+
+    animation->editTracks() = { camera, walker };
+    animation->setCurrentPosition(0);
+  }
+  void TearDown() override
+  {
+    animation = nullptr;
+    kovDbAnimation::uninitializeGlobalObjects();
+    kovAnimationDbFixture::TearDown();
+  }
+
+  std::vector<OdGiPrimitiveRecord> drawn() const
+  {
+    OdGiWorldDrawRecorder recorder;
+    animation->worldDraw(&recorder);
+    return recorder.records();
+  }
+
+  kovDbAnimationPtr animation;
+};
+
+int countOf(const std::vector<OdGiPrimitiveRecord>& records, OdGiPrimitiveRecord::Kind kind)
+{
+  return static_cast<int>(std::count_if(records.begin(), records.end(),
+                                        [kind](const OdGiPrimitiveRecord& r) { return r.kind == kind; }));
+}
+
+} // namespace
+
+TEST_F(AnimationViewport, drawsEveryPathAndAnIconPerSubject)
+{
+  const std::vector<OdGiPrimitiveRecord> records = drawn();
+  // Two paths and the camera's line of sight; one icon per track.
+  EXPECT_EQ(countOf(records, OdGiPrimitiveRecord::kPolyline), 3);
+  EXPECT_EQ(countOf(records, OdGiPrimitiveRecord::kRasterImage), 2);
+
+  const OdGiPrimitiveRecord& spline = records.front();
+  ASSERT_EQ(spline.kind, OdGiPrimitiveRecord::kPolyline);
+  EXPECT_EQ(spline.color.colorIndex(),
+            kovAnimationItem::colorIndexByAnimationType(kovAnimationItem::LocationBySpline));
+  // Sampled along the curve, through the middle keyframe's point.
+  EXPECT_GT(spline.points.size(), 3u);
+  EXPECT_TRUE(spline.points.front().isEqualTo(OdGePoint3d(0, 0, 2), OdGeTol(1e-9)));
+  EXPECT_TRUE(spline.points.back().isEqualTo(OdGePoint3d(20, 0, 2), OdGeTol(1e-9)));
+  const bool passesMiddle = std::any_of(spline.points.begin(), spline.points.end(), [](const OdGePoint3d& p) {
+    return p.isEqualTo(OdGePoint3d(10, 5, 2), OdGeTol(1e-6));
+  });
+  EXPECT_TRUE(passesMiddle);
+
+  // The camera's icon stands centred where the camera is at the time cursor.
+  int cameraIcons = 0;
+  for (const OdGiPrimitiveRecord& r : records) {
+    if (r.kind != OdGiPrimitiveRecord::kRasterImage || !(*r.image == *kovAnimationIcons::camera()))
+      continue;
+    const OdGePoint3d centre = r.points.front() + (r.direction + r.secondDirection) * 0.5;
+    EXPECT_TRUE(centre.isEqualTo(OdGePoint3d(0, 0, 2), OdGeTol(1e-9)));
+    ++cameraIcons;
+  }
+  EXPECT_EQ(cameraIcons, 1);
+}
+
+TEST_F(AnimationViewport, hiddenGizmosDrawNothing)
+{
+  animation->hideAnimationGizmos() = true;
+  EXPECT_TRUE(drawn().empty());
+}
+
+TEST_F(AnimationViewport, gripsStandOnEveryPathKeyframe)
+{
+  OdGePoint3dArray grips;
+  ASSERT_EQ(animation->getGripPoints(grips), eOk);
+  const OdGePoint3dArray expected { { 0, 0, 2 }, { 10, 5, 2 }, { 20, 0, 2 }, { 0, -3, 0 }, { 4, -3, 0 } };
+  ASSERT_EQ(grips.size(), expected.size());
+  for (unsigned i = 0; i < grips.size(); ++i)
+    EXPECT_TRUE(grips[i].isEqualTo(expected[i])) << i;
+}
+
+TEST_F(AnimationViewport, movingAGripMovesItsKeyframeOnly)
+{
+  OdIntArray indices { 1, 4 };
+  ASSERT_EQ(animation->moveGripPointsAt(indices, OdGeVector3d(0, 0, 3)), eOk);
+  const kovAnimationItem& path = animation->constTracks()[0]->elementAt(0);
+  EXPECT_EQ(path.values().value(1000).toList(), (QVariantList { 10.0, 5.0, 5.0, 0.0, 0.0, 0.0 }));
+  EXPECT_EQ(path.values().value(0).toList(), (QVariantList { 0.0, 0.0, 2.0, 1.0, 0.0, 0.0 }));
+  EXPECT_EQ(animation->constTracks()[1]->elementAt(0).values().value(500).toList(),
+            (QVariantList { 4.0, -3.0, 3.0 }));
+}
+
+TEST_F(AnimationViewport, gripIndexOutOfRangeMovesNothing)
+{
+  const QMap<int, QVariant> before = animation->constTracks()[0]->elementAt(0).values();
+  for (int bad : { -1, 5, 1000 }) {
+    OdIntArray indices { 0, bad };
+    EXPECT_EQ(animation->moveGripPointsAt(indices, OdGeVector3d(1, 1, 1)), eInvalidIndex) << bad;
+  }
+  EXPECT_EQ(animation->constTracks()[0]->elementAt(0).values(), before);
+}
+
+TEST_F(AnimationViewport, extentsHoldEveryPath)
+{
+  OdGeExtents3d extents;
+  ASSERT_EQ(animation->getGeomExtents(extents), eOk);
+  EXPECT_DOUBLE_EQ(extents.minPoint().x, 0.0);
+  EXPECT_DOUBLE_EQ(extents.maxPoint().x, 20.0);
+  EXPECT_DOUBLE_EQ(extents.minPoint().y, -3.0);
+  EXPECT_GE(extents.maxPoint().y, 5.0);
+  EXPECT_DOUBLE_EQ(extents.maxPoint().z, 2.0);
+
+  kovDbAnimationPtr empty = kovDbAnimation::createObject();
+  EXPECT_EQ(empty->getGeomExtents(extents), eInvalidExtents);
+}
+
+TEST_F(AnimationViewport, transformMovesPointsAndTurnsTangents)
+{
+  const OdGeMatrix3d quarterTurn = OdGeMatrix3d::rotation(3.14159265358979323846 / 2.0, OdGeVector3d::kZAxis);
+  ASSERT_EQ(animation->transformBy(OdGeMatrix3d::translation(OdGeVector3d(0, 0, 1)) * quarterTurn), eOk);
+  const QVariantList first = animation->constTracks()[0]->elementAt(0).values().value(0).toList();
+  ASSERT_EQ(first.size(), 6);
+  const double expected[] = { 0, 0, 3, 0, 1, 0 };
+  for (int i = 0; i < 6; ++i)
+    EXPECT_NEAR(first[i].toDouble(), expected[i], 1e-12) << i;
+  // Scale values are not points: they stay.
+  EXPECT_EQ(animation->constTracks()[1]->elementAt(1).values().value(0).toDouble(), 2.0);
+}
+
+// A host without windows whose settings live in a map.
+class SceneTestHost : public QCoreApplication, public IkovApplication {
+  Q_OBJECT
+  Q_INTERFACES(IkovApplication)
+public:
+  SceneTestHost(int& argc, char** argv) : QCoreApplication(argc, argv) {}
+  QMainWindow* mainWindow() const override { return nullptr; }
+  void registerDockWidget(const QString&, QDockWidget*) override {}
+  void showDockWidget(const QString&, Qt::DockWidgetArea, const QSize&) override {}
+  QString toQString(const OdString& text) const override { return odToQString(text); }
+  OdString toOdString(const QString& text) const override { return odFromQString(text); }
+  QVariant setting(const QString& key, const QVariant& def) const override { return settings.value(key, def); }
+  void setSetting(const QString& key, const QVariant& value) override { settings.insert(key, value); }
+  QString expandPath(const QString& path) const override { return path; }
+  bool executeCommand(const QString&) override { return false; }
+  OdDbDatabase* currentDatabase() const override { return nullptr; }
+  void registerRefreshEvents(const QString&, QObject*) override {}
+  void unregisterRefreshEvents(const QString&, QObject*) override {}
+
+  QMap<QString, QVariant> settings;
+};
+
+namespace {
+
+class TestViews : public IkovViewSystem {
+public:
+  int activeViewport(OdDbDatabase* db) const override { return db ? 0 : -1; }
+  kovViewCamera viewCamera(int viewport) const override { return cameras.value(viewport); }
+  void setViewCamera(int viewport, const kovViewCamera& camera) override { cameras[viewport] = camera; }
+  QString activeRenderEngine(OdDbDatabase*) const override { return QStringLiteral("Test"); }
+  void refresh(const OdDbObjectId& id) override { refreshed << id; }
+
+  QMap<int, kovViewCamera> cameras;
+  QList<OdDbObjectId> refreshed;
+};
+
+bool sameCamera(const kovViewCamera& a, const kovViewCamera& b)
+{
+  return a.eye.isEqualTo(b.eye, OdGeTol(1e-9)) && a.target.isEqualTo(b.target, OdGeTol(1e-9))
+         && a.up.isEqualTo(b.up, OdGeTol(1e-9)) && std::fabs(a.fieldOfView - b.fieldOfView) < 1e-9;
+}
+
+kovViewCamera camera(double x, double fov)
+{
+  kovViewCamera c;
+  c.eye.set(x, -5.0, 1.0);
+  c.target.set(x, 0.0, 1.0);
+  c.fieldOfView = fov;
+  return c;
+}
+
+class AnimationScene : public kovAnimationDbFixture {
+protected:
+  static void SetUpTestSuite()
+  {
+    static int argc = 1;
+    static char name[] = "tst_animationentity";
+    static char* argv[] = { name, nullptr };
+    s_host = new SceneTestHost(argc, argv);
+  }
+  static void TearDownTestSuite()
+  {
+    delete s_host;
+    s_host = nullptr;
+  }
+
+  void SetUp() override
+  {
+    kovAnimationDbFixture::SetUp();
+    views = new TestViews;
+    odrxSysRegistry()->putAt(OdString(IkovViewSystem::serviceId()), views);
+    s_host->settings.clear();
+    animation = kovDbAnimation::createObject();
+    animation->setDatabaseDefaults(db);
+    OdDbBlockTableRecordPtr space = db->getModelSpaceId().safeOpenObject(OdDb::kForWrite);
+    animationId = space->appendOdDbEntity(animation.get());
+  }
+  void TearDown() override
+  {
+    kovDbAnimation::restoreSceneState(animationId, 0);
+    odrxSysRegistry()->remove(OdString(IkovViewSystem::serviceId()));
+    animation = nullptr;
+    kovAnimationDbFixture::TearDown();
+  }
+
+  static SceneTestHost* s_host;
+  TestViews* views = nullptr;
+  kovDbAnimationPtr animation;
+  OdDbObjectId animationId;
+};
+
+SceneTestHost* AnimationScene::s_host = nullptr;
+
+} // namespace
+
+TEST_F(AnimationScene, savedViewComesBackOnceAndIsForgotten)
+{
+  views->cameras[0] = camera(1.0, 50.0);
+  kovCameraCut cut;
+  EXPECT_FALSE(kovDbAnimation::sceneHasSavedState(animationId, 0));
+  kovDbAnimation::saveSceneState(animationId, 0, cut);
+  EXPECT_TRUE(kovDbAnimation::sceneHasSavedState(animationId, 0));
+  EXPECT_FALSE(kovDbAnimation::sceneHasSavedState(animationId, 1));
+  EXPECT_FALSE(kovDbAnimation::sceneHasSavedState(OdDbObjectId(), 0));
+
+  views->cameras[0] = camera(9.0, 20.0);
+  kovDbAnimation::restoreSceneState(animationId, 0);
+  EXPECT_TRUE(sameCamera(views->cameras[0], camera(1.0, 50.0)));
+  EXPECT_FALSE(kovDbAnimation::sceneHasSavedState(animationId, 0));
+  ASSERT_EQ(views->refreshed.size(), 1);
+  EXPECT_EQ(views->refreshed.first(), animationId);
+
+  // Nothing saved: restoring changes nothing.
+  views->cameras[0] = camera(3.0, 30.0);
+  kovDbAnimation::restoreSceneState(animationId, 0);
+  EXPECT_TRUE(sameCamera(views->cameras[0], camera(3.0, 30.0)));
+}
+
+TEST_F(AnimationScene, savingWritesTheCutsImageSettingsByKind)
+{
+  struct Case { bool still; const char* prefix; };
+  for (const Case& c : { Case { false, "AnimationProduction/" }, Case { true, "ImageProduction/" } }) {
+    SCOPED_TRACE(c.prefix);
+    s_host->settings.clear();
+    kovCameraCut cut;
+    cut.stillImage = c.still;
+    cut.imageWidth = 640;
+    cut.imageHeight = 360;
+    cut.maxIterations = 7;
+    cut.pathTracing = true;
+    kovDbAnimation::saveSceneState(animationId, 0, cut);
+    const QString prefix = QLatin1String(c.prefix);
+    EXPECT_EQ(s_host->settings.value(prefix + QStringLiteral("ImageWidth")).toInt(), 640);
+    EXPECT_EQ(s_host->settings.value(prefix + QStringLiteral("ImageHeight")).toInt(), 360);
+    EXPECT_EQ(s_host->settings.value(prefix + QStringLiteral("MaxIterations")).toInt(), 7);
+    EXPECT_TRUE(s_host->settings.value(prefix + QStringLiteral("EnablePathTracing")).toBool());
+    EXPECT_EQ(s_host->settings.size(), 4);
+    kovDbAnimation::restoreSceneState(animationId, 0);
+  }
+}
+
+TEST_F(AnimationScene, namedViewOfACutShowsInTheActiveViewport)
+{
+  OdDbViewTablePtr table = db->getViewTableId().safeOpenObject(OdDb::kForWrite);
+  OdDbViewTableRecordPtr view = OdDbViewTableRecord::createObject();
+  view->setName(OdString(L"Front door"));
+  view->setCamera(OdGePoint3d(0, -20, 2), OdGePoint3d(0, 0, 2), OdGeVector3d::kZAxis);
+  view->setFieldOfView(3.14159265358979323846 / 3.0);
+  kovCameraCut cut;
+  cut.viewId = table->add(view.get());
+  table = nullptr;
+  view = nullptr;
+
+  animation->setNamedView(cut);
+  const kovViewCamera shown = views->cameras.value(0);
+  EXPECT_TRUE(shown.eye.isEqualTo(OdGePoint3d(0, -20, 2), OdGeTol(1e-9)));
+  EXPECT_TRUE(shown.target.isEqualTo(OdGePoint3d(0, 0, 2), OdGeTol(1e-9)));
+  EXPECT_NEAR(shown.fieldOfView, 60.0, 1e-9);
+
+  // A cut without a view leaves the viewport alone.
+  views->cameras.clear();
+  animation->setNamedView(kovCameraCut());
+  EXPECT_TRUE(views->cameras.isEmpty());
+}
+
+TEST_F(AnimationScene, cameraTrackDrivesTheViewAndDepthOfField)
+{
+  kovAnimationTrack track;
+  track.setEntityUniqueName(db, QStringLiteral("Camera"));
+  track.addElement();
+  track.elementAt(0).setValue(0, QVariantList { 0.0, 0.0, 2.0 });
+  track.elementAt(0).setValue(1000, QVariantList { 10.0, 0.0, 2.0 });
+  for (const auto& parameter : { std::make_pair("Fov", 45.0), std::make_pair("Focus Distance", 12.0),
+                                 std::make_pair("Depth Of Field", 3.0) }) {
+    track.addElement();
+    kovAnimationItem& item = track.elementAt(track.numElements() - 1);
+    kovAnimationItem::setSpecialCustomParamType(item, QString::fromLatin1(parameter.first));
+    item.setValue(0, parameter.second);
+  }
+  animation->setCurrentPosition(500);
+  animation->updateCurrentView(&track);
+
+  const kovViewCamera shown = views->cameras.value(0);
+  EXPECT_TRUE(shown.eye.isEqualTo(OdGePoint3d(5, 0, 2), OdGeTol(1e-9)));
+  EXPECT_TRUE(shown.target.isEqualTo(OdGePoint3d(6, 0, 2), OdGeTol(1e-9)));
+  EXPECT_TRUE(shown.up.isEqualTo(OdGeVector3d::kZAxis, OdGeTol(1e-9)));
+  // Parameters after a track's first sub-track are averaged with the value
+  // they default to, as every value of a track is: the view's 60 degrees, and
+  // no depth of field yet.
+  EXPECT_DOUBLE_EQ(shown.fieldOfView, (60.0 + 45.0) * 0.5);
+  EXPECT_TRUE(s_host->settings.value(QStringLiteral("Camera/DepthOfFieldEnaled")).toBool());
+  EXPECT_DOUBLE_EQ(s_host->settings.value(QStringLiteral("Camera/DepthOfFieldFocalDistance")).toDouble(), 6.0);
+  EXPECT_DOUBLE_EQ(s_host->settings.value(QStringLiteral("Camera/DepthOfFieldFocalRegion")).toDouble(), 1.5);
+}
+
+TEST_F(AnimationScene, valuesTheTrackDoesNotAnimateKeepTheHostsSettings)
+{
+  s_host->settings.insert(QStringLiteral("Camera/DepthOfFieldFocalDistance"), 7.5);
+  views->cameras[0] = camera(0.0, 33.0);
+  kovAnimationTrack track;
+  track.setEntityUniqueName(db, QStringLiteral("Camera"));
+  animation->setCurrentPosition(0);
+  animation->updateCurrentView(&track);
+  EXPECT_DOUBLE_EQ(views->cameras[0].fieldOfView, 33.0);
+  EXPECT_DOUBLE_EQ(s_host->settings.value(QStringLiteral("Camera/DepthOfFieldFocalDistance")).toDouble(), 7.5);
+  EXPECT_FALSE(s_host->settings.value(QStringLiteral("Camera/DepthOfFieldEnaled")).toBool());
+}
+
+#include "tst_animationentity.moc"

@@ -83,13 +83,6 @@ private slots:
     QCOMPARE(log.calls.size(), 3);
   }
 
-  void destroyedReceiverIsSkipped()
-  {
-    auto* log = new RefreshLog;
-    app().registerRefreshEvents(QStringLiteral("<gone>"), log);
-    delete log;
-    app().raiseRefreshEvent(QStringLiteral("<gone>"));
-  }
 
   void showDockWidgetPlacesOnceThenOnlyShows()
   {
@@ -180,14 +173,6 @@ private slots:
     QCOMPARE(m_window->windowTitle(), QStringLiteral("Untitled - kovhost"));
   }
 
-  void missingDrawingIsRefused()
-  {
-    MessageBoxCatcher box;
-    box.arm();
-    QVERIFY(!m_window->openDrawing(m_dir.filePath(QStringLiteral("nowhere.kdb"))));
-    QCOMPARE(box.title, QStringLiteral("Open Drawing"));
-    QVERIFY(box.text.contains(QStringLiteral("nowhere.kdb")));
-  }
 
   void saveThatFailsKeepsTheFileThere()
   {
@@ -234,24 +219,6 @@ private slots:
     QVERIFY(points > 0);
   }
 
-  void groundPointsProjectBackToTheirPixel()
-  {
-    kovViewportWidget* viewport = m_window->viewport();
-    const kovViewProjection projection = viewport->projection();
-    for (const QPointF pixel : { QPointF(10, viewport->height() - 10), QPointF(viewport->width() / 2.0, viewport->height() / 2.0) }) {
-      OdGePoint3d ground;
-      QVERIFY(projection.pointOnPlane(pixel, 0.0, ground));
-      QCOMPARE(ground.z, 0.0);
-      QPointF back;
-      QVERIFY(projection.project(ground, back));
-      QVERIFY(QLineF(pixel, back).length() < 1e-6);
-    }
-    // Above the horizon the ray never meets the ground.
-    kovViewCamera level = services().viewSystem()->viewCamera(0);
-    level.target.z = level.eye.z;
-    OdGePoint3d ground;
-    QVERIFY(!kovViewProjection(level, QSizeF(400, 300)).pointOnPlane(QPointF(200, 10), 0.0, ground));
-  }
 
   void wheelZoomKeepsThePointUnderTheCursor()
   {

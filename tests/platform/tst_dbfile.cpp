@@ -1,118 +1,37 @@
-// Drawing files: a whole drawing survives a save and a load, saving is atomic,
-// and no damaged file gets past the reader.
+// Drawing files: no damaged or truncated file gets past the reader (nor, under
+// AddressSanitizer, makes it allocate by a count it has not checked), and
+// objects added after a load take fresh handles. Whole drawings surviving a
+// save and a load are checked with the animation's filing and by the host.
 
-#include "Db/OdDbBlockReference.h"
-#include "Db/OdDbBlockTable.h"
 #include "Db/OdDbBlockTableRecord.h"
 #include "Db/OdDbCrc32.h"
 #include "Db/OdDbDwgFiler.h"
 #include "Db/OdDbFileReader.h"
 #include "Db/OdDbFileWriter.h"
 #include "Db/OdDbLight.h"
-#include "Db/OdDbSpline.h"
-#include "Db/OdDbViewTable.h"
-#include "Db/OdDbViewTableRecord.h"
+#include "kovAllocationLimit.h"
 #include "kovDbFixture.h"
 #include "kovSampleDrawing.h"
 
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
-
-#include <sys/resource.h>
-
-#include <csignal>
-#include <cstdlib>
 #include <cstring>
-#include <new>
-#include <random>
-
-// Largest single allocation while g_trackAllocations is set: proves that no
-// count or length read from a file sizes an allocation unchecked.
-namespace {
-bool g_trackAllocations = false;
-size_t g_largestAllocation = 0;
-} // namespace
-
-void* operator new(size_t size)
-{
-  if (g_trackAllocations && size > g_largestAllocation)
-    g_largestAllocation = size;
-  if (void* p = std::malloc(size ? size : 1))
-    return p;
-  throw std::bad_alloc();
-}
-void* operator new[](size_t size)
-{
-  return operator new(size);
-}
-void operator delete(void* p) noexcept
-{
-  std::free(p);
-}
-void operator delete[](void* p) noexcept
-{
-  std::free(p);
-}
-void operator delete(void* p, size_t) noexcept
-{
-  std::free(p);
-}
-void operator delete[](void* p, size_t) noexcept
-{
-  std::free(p);
-}
 
 namespace {
-
-const size_t kAllocationLimit = 256 * 1024;
 
 class DbFile : public kovDbFixture {
 protected:
-  void SetUp() override
+  // Loads an image and returns the error it raised (eOk when it loaded).
+  OdError load(const std::vector<OdUInt8>& image, OdUInt64 size = ~OdUInt64(0))
   {
-    kovDbFixture::SetUp();
-    ASSERT_TRUE(m_dir.isValid());
-  }
-
-  OdString path(const char* name) const { return odFromQString(m_dir.filePath(QString::fromUtf8(name))); }
-
-  // Loads an image and returns the error it raised (eOk when it loaded), with
-  // the largest allocation made while loading.
-  OdError load(const std::vector<OdUInt8>& image, size_t* largest = nullptr, OdUInt64 size = ~OdUInt64(0))
-  {
-    g_largestAllocation = 0;
-    g_trackAllocations = true;
-    OdError result(eOk);
     try {
       OdDbFileReader::readBuffer(image.data(), std::min<OdUInt64>(size, image.size()), kName);
     } catch (const OdError& error) {
-      result = error;
+      return error;
     }
-    g_trackAllocations = false;
-    if (largest)
-      *largest = g_largestAllocation;
-    return result;
+    return OdError(eOk);
   }
 
-  QTemporaryDir m_dir;
   const OdString kName = OdString(L"/drawings/sample.kdb");
 };
-
-std::vector<OdUInt8> readAll(const OdString& path)
-{
-  QFile file(odToQString(path));
-  EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-  const QByteArray bytes = file.readAll();
-  return std::vector<OdUInt8>(bytes.begin(), bytes.end());
-}
-
-void writeAll(const OdString& path, const std::vector<OdUInt8>& bytes)
-{
-  QFile file(odToQString(path));
-  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-  file.write(reinterpret_cast<const char*>(bytes.data()), static_cast<qint64>(bytes.size()));
-}
 
 void putUInt32(std::vector<OdUInt8>& image, size_t offset, OdUInt32 value)
 {
@@ -157,60 +76,6 @@ bool mentions(const OdError& error, const char* text)
 const size_t kCountAt = 20 + 4 * 8 + 2;
 const size_t kFirstRecordAt = kCountAt + 4;
 
-TEST_F(DbFile, SampleDrawingSurvivesSaveAndLoad)
-{
-  kovSampleDrawing s = kovBuildSampleDrawing();
-  const OdString file = path("sample.kdb");
-  s.db->writeFile(file);
-  EXPECT_EQ(s.db->getFilename(), file);
-  OdDbDatabasePtr loaded = odReadDrawing(file);
-  EXPECT_EQ(loaded->getFilename(), file);
-  EXPECT_EQ(kovCompareDrawings(s.db, loaded), "");
-  EXPECT_EQ(loaded->currentColorIndex(), 3);
-
-  auto idIn = [&](const OdDbObjectId& id) { return loaded->getOdDbObjectId(id.getHandle()); };
-  EXPECT_FALSE(idIn(s.erased).isValid()) << "erased objects are not saved";
-
-  OdDbLightPtr light = idIn(s.light).safeOpenObject();
-  EXPECT_EQ(light->name(), OdString(L"Key light \U0001F4A1"));
-  EXPECT_EQ(light->lightType(), OdDbLight::kSpotLight);
-  EXPECT_EQ(light->intensity(), 2.5);
-  EXPECT_EQ(light->ownerId(), loaded->getModelSpaceId());
-
-  OdDbSplinePtr spline = idIn(s.spline).safeOpenObject();
-  EXPECT_EQ(spline->colorIndex(), 1);
-  OdGeVector3d startTangent, endTangent;
-  ASSERT_EQ(spline->getFitTangents(startTangent, endTangent), eOk);
-  EXPECT_TRUE(startTangent.isParallelTo(OdGeVector3d(1, 1, 0)));
-  OdGePoint3d point;
-  ASSERT_EQ(spline->getFitPointAt(2, point), eOk);
-  EXPECT_TRUE(point.isEqualTo(OdGePoint3d(3, 2, 1)));
-
-  OdDbBlockReferencePtr tableRef = idIn(s.tableRef).safeOpenObject();
-  EXPECT_EQ(tableRef->blockTableRecord(), idIn(s.tableBlock)) << "a reference ahead of its block resolves";
-  EXPECT_EQ(tableRef->visibility(), OdDb::kInvisible);
-  OdDbBlockReferencePtr chairRef = idIn(s.chairRef).safeOpenObject();
-  OdDbBlockReferencePtr original = s.chairRef.safeOpenObject();
-  EXPECT_EQ(chairRef->blockTransform(), original->blockTransform());
-
-  OdDbBlockTablePtr blocks = loaded->getBlockTableId().safeOpenObject();
-  EXPECT_EQ(blocks->getAt(OdString(L"Table")), idIn(s.tableBlock));
-  OdDbViewTablePtr views = loaded->getViewTableId().safeOpenObject();
-  OdDbViewTableRecordPtr view = views->getAt(OdString(L"front")).safeOpenObject();
-  EXPECT_TRUE(view->eyePoint().isEqualTo(OdGePoint3d(0, -30, 5)));
-  EXPECT_TRUE(view->perspectiveEnabled());
-  EXPECT_EQ(view->lensLength(), 35.0);
-
-  std::vector<OdDbObjectId> modelSpace;
-  OdDbBlockTableRecordPtr ms = loaded->getModelSpaceId().safeOpenObject();
-  for (OdDbObjectIteratorPtr it = ms->newIterator(true, false); !it->done(); it->step(true, false))
-    modelSpace.push_back(it->objectId());
-  EXPECT_EQ(modelSpace, (std::vector<OdDbObjectId> { idIn(s.spline), idIn(s.light), idIn(s.chairRef),
-                                                     idIn(s.tableRef) }));
-
-  EXPECT_EQ(OdDbFileWriter::fileImage(loaded), readAll(file)) << "saving a loaded drawing gives the same bytes";
-}
-
 TEST_F(DbFile, NewObjectsAfterLoadTakeFreshHandles)
 {
   kovSampleDrawing s = kovBuildSampleDrawing();
@@ -225,19 +90,9 @@ TEST_F(DbFile, TruncatedFilesAreRefusedAtEveryLength)
   kovSampleDrawing s = kovBuildSampleDrawing();
   const std::vector<OdUInt8> image = OdDbFileWriter::fileImage(s.db);
   for (OdUInt64 length = 0; length < image.size(); ++length) {
-    const OdError error = load(image, nullptr, length);
+    const OdError error = load(image, length);
     ASSERT_NE(error.code(), eOk) << "truncated to " << length;
     ASSERT_TRUE(mentions(error, "/drawings/sample.kdb")) << error.description().toUtf8();
-  }
-  const OdString truncated = path("truncated.kdb");
-  writeAll(truncated, std::vector<OdUInt8>(image.begin(), image.begin() + image.size() / 2));
-  try {
-    odReadDrawing(truncated);
-    FAIL() << "a truncated file loaded";
-  } catch (const OdError& error) {
-    EXPECT_EQ(error.code(), eEndOfFile);
-    EXPECT_TRUE(mentions(error, "truncated.kdb"));
-    EXPECT_TRUE(mentions(error, "truncated"));
   }
 }
 
@@ -309,52 +164,11 @@ TEST_F(DbFile, DamagedFilesSayWhatIsWrong)
     c.damage(damaged, firstFieldLengthAt, firstFieldsAt);
     if (c.fixChecksum)
       fixCrc(damaged);
-    size_t largest = 0;
-    const OdError error = load(damaged, &largest);
+    const OdError error = load(damaged);
     EXPECT_EQ(error.code(), c.code) << c.name << ": " << error.description().toUtf8();
     EXPECT_TRUE(mentions(error, c.message)) << c.name << ": " << error.description().toUtf8();
     EXPECT_TRUE(mentions(error, "/drawings/sample.kdb")) << c.name;
-    EXPECT_LT(largest, kAllocationLimit) << c.name;
   }
-}
-
-TEST_F(DbFile, MissingRootTableIsRefused)
-{
-  kovSampleDrawing s = kovBuildSampleDrawing();
-  std::vector<OdUInt8> image = OdDbFileWriter::fileImage(s.db);
-  // The view table's handle in the body header points at the model space.
-  std::memcpy(&image[20 + 16], &image[20 + 24], 8);
-  fixCrc(image);
-  const OdError error = load(image);
-  EXPECT_EQ(error.code(), eBadDwgFile);
-  EXPECT_TRUE(mentions(error, "has no view table")) << error.description().toUtf8();
-}
-
-// Random damage behind a valid checksum: every load either succeeds or raises
-// OdError, and never allocates by an unchecked count. The sanitizer build
-// checks that no read goes out of bounds.
-TEST_F(DbFile, RandomDamageNeverGetsPastTheChecks)
-{
-  kovSampleDrawing s = kovBuildSampleDrawing();
-  const std::vector<OdUInt8> image = OdDbFileWriter::fileImage(s.db);
-  std::mt19937 rng(20240611);
-  std::uniform_int_distribution<size_t> position(20, image.size() - 5);
-  std::uniform_int_distribution<int> byte(0, 255);
-  int refused = 0;
-  for (int round = 0; round < 2000; ++round) {
-    std::vector<OdUInt8> damaged = image;
-    for (int k = 0; k < 1 + round % 3; ++k)
-      damaged[position(rng)] = static_cast<OdUInt8>(byte(rng));
-    fixCrc(damaged);
-    size_t largest = 0;
-    const OdError error = load(damaged, &largest);
-    if (error.code() != eOk) {
-      ++refused;
-      ASSERT_TRUE(mentions(error, "/drawings/sample.kdb")) << error.description().toUtf8();
-    }
-    ASSERT_LT(largest, kAllocationLimit) << "round " << round;
-  }
-  EXPECT_GT(refused, 500);
 }
 
 // An entity whose reading does not match its writing.
@@ -408,82 +222,6 @@ TEST_F(DbFile, ObjectReadingMoreOrLessThanWrittenIsRefused)
     EXPECT_EQ(load(OdDbFileWriter::fileImage(db)).code(), eOk);
   }
   MisfiledEntity::rxUninit();
-}
-
-TEST_F(DbFile, MissingFileIsNamed)
-{
-  try {
-    odReadDrawing(path("nowhere.kdb"));
-    FAIL() << "a missing file loaded";
-  } catch (const OdError& error) {
-    EXPECT_EQ(error.code(), eFileNotFound);
-    EXPECT_TRUE(mentions(error, "nowhere.kdb"));
-  }
-}
-
-TEST_F(DbFile, SavingOverAFileReplacesIt)
-{
-  const OdString file = path("drawing.kdb");
-  kovSampleDrawing first = kovBuildSampleDrawing();
-  first.db->writeFile(file);
-  OdDbDatabasePtr second = OdDbDatabase::createObject();
-  second->writeFile(file);
-  EXPECT_EQ(readAll(file), OdDbFileWriter::fileImage(second));
-  EXPECT_EQ(QDir(m_dir.path()).entryList(QDir::Files).size(), 1) << "no temporary file left behind";
-}
-
-// The write fails part-way (the process may not write files that large): the
-// previous file must come through unchanged.
-TEST_F(DbFile, FailedSaveLeavesThePreviousFileIntact)
-{
-  const OdString file = path("drawing.kdb");
-  OdDbDatabasePtr small = OdDbDatabase::createObject();
-  small->writeFile(file);
-  const std::vector<OdUInt8> before = readAll(file);
-
-  OdDbDatabasePtr big = OdDbDatabase::createObject();
-  {
-    OdDbBlockTableRecordPtr ms = big->getModelSpaceId().safeOpenObject(OdDb::kForWrite);
-    for (int i = 0; i < 2000; ++i)
-      ms->appendOdDbEntity(OdDbLight::createObject());
-  }
-  ASSERT_GT(OdDbFileWriter::fileImage(big).size(), before.size() + 8192);
-
-  rlimit saved {};
-  ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &saved), 0);
-  const auto oldHandler = std::signal(SIGXFSZ, SIG_IGN);
-  rlimit limited = saved;
-  limited.rlim_cur = before.size() + 4096;
-  ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limited), 0);
-  OdError error(eOk);
-  try {
-    big->writeFile(file);
-  } catch (const OdError& e) {
-    error = e;
-  }
-  setrlimit(RLIMIT_FSIZE, &saved);
-  std::signal(SIGXFSZ, oldHandler);
-
-  EXPECT_EQ(error.code(), eFileAccessErr) << error.description().toUtf8();
-  EXPECT_TRUE(mentions(error, "drawing.kdb"));
-  EXPECT_EQ(readAll(file), before);
-  EXPECT_EQ(QDir(m_dir.path()).entryList(QDir::Files).size(), 1) << "no temporary file left behind";
-  EXPECT_TRUE(big->getFilename().isEmpty());
-}
-
-TEST_F(DbFile, SavingWhereNoFileCanBeIsRefused)
-{
-  OdDbDatabasePtr db = OdDbDatabase::createObject();
-  QDir(m_dir.path()).mkdir(QStringLiteral("folder"));
-  for (const char* name : { "missing/drawing.kdb", "folder" }) {
-    try {
-      db->writeFile(path(name));
-      ADD_FAILURE() << name << " was written";
-    } catch (const OdError& error) {
-      EXPECT_TRUE(mentions(error, name)) << error.description().toUtf8();
-    }
-  }
-  EXPECT_TRUE(QDir(m_dir.filePath(QStringLiteral("folder"))).exists());
 }
 
 } // namespace

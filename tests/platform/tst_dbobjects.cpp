@@ -1,73 +1,32 @@
-// Object ids, the open/close model, erasing, and the database's bookkeeping.
+// Initialising the database classes (it nests), object ids, the open/close
+// model, erasing, and the database's bookkeeping.
 
 #include "Db/OdDbBlockReference.h"
 #include "Db/OdDbBlockTable.h"
 #include "Db/OdDbBlockTableRecord.h"
 #include "Db/OdDbDatabase.h"
 #include "Db/OdDbLight.h"
+#include "Db/OdDbModule.h"
 #include "Db/OdDbViewTable.h"
 #include "Db/OdDbViewTableRecord.h"
+#include "Rx/OdRxDictionary.h"
+#include "kovChecks.h"
 #include "kovDbFixture.h"
 
-#include <unordered_map>
 
 namespace {
 
-// An entity that counts its closes and can refuse to be erased.
-class CountingEntity : public OdDbEntity {
-  ODDB_DECLARE_MEMBERS(CountingEntity);
-
-public:
-  int closes = 0;
-  bool refuseErase = false;
-
-protected:
-  OdResult subErase(bool) override { return refuseErase ? eNotApplicable : eOk; }
-  void subClose() override { ++closes; }
-};
-
-ODRX_DEFINE_MEMBERS_EX(CountingEntity, OdDbEntity, DBOBJECT_CONSTR, OdDb::kDHL_CURRENT, OdDb::kMReleaseCurrent, 0,
-                       OdString(L"CountingEntity"), OdString::kEmpty, OdString::kEmpty, 0)
-
-typedef OdSmartPtr<CountingEntity> CountingEntityPtr;
-
 class DbObjects : public kovDbFixture {
 protected:
-  void SetUp() override
-  {
-    kovDbFixture::SetUp();
-    CountingEntity::rxInit();
-    db = OdDbDatabase::createObject();
-  }
-  void TearDown() override
-  {
-    db = nullptr;
-    CountingEntity::rxUninit();
-    kovDbFixture::TearDown();
-  }
-
   // A closed entity in model space; the raw pointer stays valid while db lives.
-  CountingEntity* addClosedEntity(OdDbObjectId& id)
+  OdDbLight* addClosedEntity(OdDbObjectId& id)
   {
-    CountingEntityPtr entity = CountingEntity::createObject();
+    OdDbLightPtr entity = OdDbLight::createObject();
     OdDbBlockTableRecordPtr modelSpace = db->getModelSpaceId().safeOpenObject(OdDb::kForWrite);
     id = modelSpace->appendOdDbEntity(entity);
     return entity.get();
   }
-
-  OdDbDatabasePtr db;
 };
-
-template <class Fn>
-OdResult raisedCode(Fn fn)
-{
-  try {
-    fn();
-  } catch (const OdError& error) {
-    return error.code();
-  }
-  return eOk;
-}
 
 TEST(DbHandle, PrintsAndParsesUpperCaseHex)
 {
@@ -88,63 +47,10 @@ TEST(DbHandle, MalformedTextGivesTheNullHandle)
     EXPECT_TRUE(OdDbHandle(OdString(text)).isNull()) << OdString(text).toUtf8();
 }
 
-TEST(DbHandle, CountsAndComparesWithNumbers)
-{
-  OdDbHandle h = 0;
-  EXPECT_TRUE(h.isNull());
-  EXPECT_EQ(h++, 0u);
-  EXPECT_EQ(++h, 2u);
-  EXPECT_TRUE(OdDbHandle(1) < OdDbHandle(2));
-  EXPECT_FALSE(h.isNull());
-}
-
-TEST_F(DbObjects, NewDrawingHasModelSpaceAndTables)
-{
-  OdDbBlockTablePtr blocks = db->getBlockTableId().safeOpenObject();
-  EXPECT_EQ(blocks->getAt(OdString(L"*MODEL_SPACE")), db->getModelSpaceId());
-  EXPECT_EQ(db->getModelSpaceId().safeOpenObject()->ownerId(), db->getBlockTableId());
-  EXPECT_TRUE(db->getViewTableId().objectClass()->isDerivedFrom(OdDbViewTable::desc()));
-  EXPECT_GT(db->handseed(), db->getModelSpaceId().getHandle());
-  EXPECT_EQ(db->getOdDbObjectId(db->getModelSpaceId().getHandle()), db->getModelSpaceId());
-}
-
-TEST_F(DbObjects, ObjectOutsideDatabaseIsReadAndWriteEnabled)
-{
-  CountingEntityPtr entity = CountingEntity::createObject();
-  EXPECT_FALSE(entity->isDBRO());
-  EXPECT_TRUE(entity->isReadEnabled());
-  EXPECT_TRUE(entity->isWriteEnabled());
-  EXPECT_TRUE(entity->objectId().isNull());
-  EXPECT_EQ(entity->erase(), eNoDatabase);
-}
-
-TEST_F(DbObjects, AddedObjectStaysOpenUntilTheCallerLetsGo)
-{
-  CountingEntity* raw = nullptr;
-  OdDbObjectId id;
-  {
-    CountingEntityPtr entity = CountingEntity::createObject();
-    raw = entity.get();
-    id = db->addOdDbObject(entity);
-    EXPECT_TRUE(entity->isWriteEnabled());
-    EXPECT_EQ(entity->closes, 0);
-  }
-  EXPECT_FALSE(raw->isReadEnabled());
-  EXPECT_EQ(raw->closes, 1);
-  EXPECT_EQ(raw->objectId(), id);
-}
-
-TEST_F(DbObjects, ObjectNobodyHoldsIsClosedWhenAdded)
-{
-  auto* raw = new CountingEntity;
-  db->addOdDbObject(raw);
-  EXPECT_EQ(raw->openMode(), OdDb::kNotOpen);
-}
-
 TEST_F(DbObjects, ClosedObjectRefusesReadAndWrite)
 {
   OdDbObjectId id;
-  CountingEntity* closed = addClosedEntity(id);
+  OdDbLight* closed = addClosedEntity(id);
   EXPECT_EQ(raisedCode([&] { closed->assertReadEnabled(); }), eNotOpenForRead);
   EXPECT_EQ(raisedCode([&] { closed->assertWriteEnabled(); }), eNotOpenForWrite);
   EXPECT_EQ(raisedCode([&] { closed->colorIndex(); }), eNotOpenForRead);
@@ -166,24 +72,6 @@ TEST_F(DbObjects, ReadOpenRefusesWriteUntilUpgraded)
   entity->downgradeOpen();
   EXPECT_FALSE(entity->isWriteEnabled());
   EXPECT_EQ(entity->colorIndex(), 5);
-}
-
-TEST_F(DbObjects, ClosesWhenTheLastOpenerGoes)
-{
-  OdDbObjectId id;
-  CountingEntity* raw = addClosedEntity(id);
-  const int closesBefore = raw->closes;
-  OdDbObjectPtr first = id.openObject();
-  {
-    OdDbObjectPtr second = id.openObject(OdDb::kForWrite);
-    EXPECT_TRUE(first->isWriteEnabled()) << "opening for write upgrades every opener";
-  }
-  EXPECT_TRUE(raw->isReadEnabled());
-  EXPECT_EQ(raw->closes, closesBefore);
-  first = nullptr;
-  EXPECT_FALSE(raw->isReadEnabled());
-  EXPECT_EQ(raw->closes, closesBefore + 1);
-  EXPECT_EQ(raw->numRefs(), 1) << "only the database's reference is left";
 }
 
 TEST_F(DbObjects, OpeningAsTheWrongClassRaisesAndLeavesTheObjectClosed)
@@ -216,98 +104,6 @@ TEST_F(DbObjects, ErasedObjectsOpenOnlyOnRequest)
   EXPECT_EQ(erased->erase(false), eOk);
   EXPECT_EQ(erased->erase(false), eWasNotErased);
   EXPECT_TRUE(id.isValid());
-}
-
-TEST_F(DbObjects, RefusingSubEraseKeepsTheObject)
-{
-  OdDbObjectId id;
-  addClosedEntity(id);
-  OdSmartPtr<CountingEntity> entity = id.safeOpenObject(OdDb::kForWrite);
-  entity->refuseErase = true;
-  EXPECT_EQ(entity->erase(), eNotApplicable);
-  EXPECT_FALSE(entity->isErased());
-  EXPECT_TRUE(id.isValid());
-}
-
-TEST_F(DbObjects, NullAndObjectlessIdsSayWhyTheyDoNotOpen)
-{
-  const OdDbObjectId null;
-  OdDbObjectPtr object;
-  EXPECT_TRUE(null.openObject().isNull());
-  EXPECT_EQ(null.openObject(object), eNullObjectId);
-  EXPECT_EQ(raisedCode([&] { null.safeOpenObject(); }), eNullObjectId);
-  EXPECT_FALSE(null.isValid());
-  EXPECT_EQ(null.database(), nullptr);
-  EXPECT_TRUE(null.getHandle().isNull());
-  EXPECT_EQ(null.objectClass(), nullptr);
-
-  EXPECT_TRUE(db->getOdDbObjectId(OdDbHandle(0x500)).isNull());
-  const OdDbObjectId future = db->getOdDbObjectId(OdDbHandle(0x500), true);
-  EXPECT_EQ(future.openObject(object), ePermanentlyErased);
-  EXPECT_EQ(raisedCode([&] { future.safeOpenObject(); }), ePermanentlyErased);
-  EXPECT_GT(db->handseed(), OdDbHandle(0x500));
-  const OdDbObjectId added = db->addOdDbObject(OdDbLight::createObject(), OdDbObjectId::kNull, OdDbHandle(0x500));
-  EXPECT_EQ(added, future);
-  EXPECT_TRUE(future.isValid());
-}
-
-TEST_F(DbObjects, AddingRefusesTakenObjectsAndHandles)
-{
-  OdDbObjectId id;
-  CountingEntity* inDb = addClosedEntity(id);
-  EXPECT_EQ(raisedCode([&] { db->addOdDbObject(inDb); }), eAlreadyInDb);
-  EXPECT_EQ(raisedCode([&] { db->addOdDbObject(nullptr); }), eNullObjectPointer);
-  EXPECT_EQ(raisedCode([&] { db->addOdDbObject(OdDbLight::createObject(), OdDbObjectId::kNull, id.getHandle()); }),
-            eDuplicateKey);
-}
-
-TEST_F(DbObjects, IdsOfAnotherDatabaseAreRefused)
-{
-  OdDbDatabasePtr other = OdDbDatabase::createObject();
-  OdDbBlockTableRecordPtr otherSpace = other->getModelSpaceId().safeOpenObject(OdDb::kForWrite);
-  OdDbLightPtr foreign = OdDbLight::createObject();
-  otherSpace->appendOdDbEntity(foreign);
-
-  OdDbBlockTableRecordPtr modelSpace = db->getModelSpaceId().safeOpenObject(OdDb::kForWrite);
-  EXPECT_EQ(raisedCode([&] { modelSpace->appendOdDbEntity(foreign); }), eWrongDatabase);
-
-  OdDbBlockTableRecordPtr foreignBlock = OdDbBlockTableRecord::createObject();
-  foreignBlock->setName(OdString(L"Foreign"));
-  OdDbBlockTablePtr otherBlocks = other->getBlockTableId().safeOpenObject(OdDb::kForWrite);
-  const OdDbObjectId foreignBlockId = otherBlocks->add(foreignBlock);
-  OdDbBlockTablePtr blocks = db->getBlockTableId().safeOpenObject(OdDb::kForWrite);
-  EXPECT_EQ(raisedCode([&] { blocks->add(foreignBlock); }), eWrongDatabase);
-
-  OdDbBlockReferencePtr reference = OdDbBlockReference::createObject();
-  modelSpace->appendOdDbEntity(reference);
-  EXPECT_EQ(reference->setBlockTableRecord(foreignBlockId), eWrongDatabase);
-  EXPECT_EQ(reference->setBlockTableRecord(OdDbObjectId::kNull), eNullObjectId);
-  EXPECT_EQ(reference->setBlockTableRecord(db->getViewTableId()), eWrongObjectType);
-}
-
-TEST_F(DbObjects, IdsKeyHashMapsAndSortByHandle)
-{
-  OdDbObjectId a, b;
-  addClosedEntity(a);
-  addClosedEntity(b);
-  std::unordered_map<OdDbObjectId, int> byId { { a, 1 }, { b, 2 } };
-  EXPECT_EQ(byId[a], 1);
-  EXPECT_EQ(byId[b], 2);
-  EXPECT_TRUE(a < b);
-  EXPECT_FALSE(b < a);
-  EXPECT_TRUE(OdDbObjectId::kNull < a);
-}
-
-TEST_F(DbObjects, ObjectsHeldPastTheDatabaseBecomeFreeObjects)
-{
-  OdDbObjectId id;
-  addClosedEntity(id);
-  OdDbEntityPtr kept = id.safeOpenObject();
-  db = nullptr;
-  EXPECT_FALSE(kept->isDBRO());
-  EXPECT_TRUE(kept->isWriteEnabled());
-  EXPECT_EQ(kept->database(), nullptr);
-  EXPECT_EQ(kept->setColorIndex(2), eOk);
 }
 
 TEST_F(DbObjects, SymbolTableKeepsNamesUnique)
@@ -344,27 +140,6 @@ TEST_F(DbObjects, SymbolTableKeepsNamesUnique)
   EXPECT_EQ(blocks->getAt(OdString(L"Armchair"), true), chairId);
 }
 
-TEST_F(DbObjects, BlockIteratesItsLiveEntitiesInOrder)
-{
-  OdDbObjectId a, b, c;
-  addClosedEntity(a);
-  addClosedEntity(b);
-  addClosedEntity(c);
-  b.safeOpenObject(OdDb::kForWrite)->erase();
-  OdDbBlockTableRecordPtr modelSpace = db->getModelSpaceId().safeOpenObject();
-
-  std::vector<OdDbObjectId> forward, backward, all;
-  for (OdDbObjectIteratorPtr it = modelSpace->newIterator(); !it->done(); it->step())
-    forward.push_back(it->objectId());
-  for (OdDbObjectIteratorPtr it = modelSpace->newIterator(false); !it->done(); it->step(false))
-    backward.push_back(it->entity()->objectId());
-  for (OdDbObjectIteratorPtr it = modelSpace->newIterator(true, false); !it->done(); it->step(true, false))
-    all.push_back(it->objectId());
-  EXPECT_EQ(forward, (std::vector<OdDbObjectId> { a, c }));
-  EXPECT_EQ(backward, (std::vector<OdDbObjectId> { c, a }));
-  EXPECT_EQ(all, (std::vector<OdDbObjectId> { a, b, c }));
-}
-
 TEST_F(DbObjects, AppendingSetsOwnerAndRefusesAnotherBlocksEntity)
 {
   OdDbObjectId id;
@@ -386,22 +161,27 @@ TEST_F(DbObjects, AppendingSetsOwnerAndRefusesAnotherBlocksEntity)
   EXPECT_EQ(count, 1) << "appending an entity twice lists it once";
 
   OdDbBlockTableRecordPtr freeBlock = OdDbBlockTableRecord::createObject();
-  EXPECT_EQ(raisedCode([&] { freeBlock->appendOdDbEntity(CountingEntity::createObject()); }), eNoDatabase);
+  EXPECT_EQ(raisedCode([&] { freeBlock->appendOdDbEntity(OdDbLight::createObject()); }), eNoDatabase);
 }
 
-TEST_F(DbObjects, EntityTakesTheDatabaseDefaults)
+} // namespace
+
+namespace {
+
+TEST(DbModule, InitializeNestsAndUninitializeBalances)
 {
-  db->setCurrentColorIndex(4);
-  CountingEntityPtr entity = CountingEntity::createObject();
-  EXPECT_EQ(entity->colorIndex(), 256);
-  entity->setDatabaseDefaults(db);
-  EXPECT_EQ(entity->colorIndex(), 4);
-  entity->setDatabaseDefaults();
-  EXPECT_EQ(entity->colorIndex(), 256) << "no database: the built-in default";
-  EXPECT_EQ(entity->setColorIndex(257), eOutOfRange);
-  EXPECT_EQ(entity->setVisibility(static_cast<OdDb::Visibility>(7)), eInvalidInput);
-  OdGeExtents3d extents;
-  EXPECT_EQ(entity->getGeomExtents(extents), eInvalidExtents);
+  ASSERT_FALSE(odIsInitialized());
+  EXPECT_EQ(OdDbEntity::desc(), nullptr);
+  odInitialize();
+  odInitialize();
+  odUninitialize();
+  EXPECT_TRUE(odIsInitialized());
+  EXPECT_NE(OdDbEntity::desc(), nullptr) << "still registered after the inner uninitialize";
+  odUninitialize();
+  EXPECT_FALSE(odIsInitialized());
+  EXPECT_EQ(OdDbEntity::desc(), nullptr);
+  EXPECT_FALSE(odrxClassDictionary()->has(OdString(L"OdDbEntity")));
+  EXPECT_EQ(raisedCode([] { odUninitialize(); }), eNotInitializedYet);
 }
 
 } // namespace

@@ -35,11 +35,6 @@ private:
   OdString m_kind = OdString(L"Spot");
 };
 
-OdPropBasePtr createOtherProps()
-{
-  return OdPropBasePtr();
-}
-
 } // namespace
 
 TEST(PropContext, WritesNodesAttributesAndClosingExactly)
@@ -75,13 +70,6 @@ TEST(PropContext, EscapesValuesSoEveryNodeStaysOneParseableLine)
                      L"Value=\"line 1&#13;&#10;line 2&#9;tab\" />\r\n"));
 }
 
-TEST(PropContext, TextLiteralAttributeIsNotTakenForABoolean)
-{
-  OdPropContext ctx;
-  ctx.addButton(OdString(L"Go"), OdString(L"Go")).attribute(OdString(L"Description"), L"Starts it");
-  EXPECT_NE(ctx.text().find(L"Description=\"Starts it\" "), -1);
-}
-
 TEST(PropContext, DoublesReadBackExactly)
 {
   struct Case {
@@ -94,16 +82,6 @@ TEST(PropContext, DoublesReadBackExactly)
     EXPECT_EQ(OdPropContext::formatDouble(c.value), OdString(c.text)) << c.value;
 }
 
-TEST(PropContext, TextBeforeAnyNodeIsEmptyAndPathsJoin)
-{
-  OdPropContext ctx;
-  EXPECT_TRUE(ctx.text().isEmpty());
-  EXPECT_EQ(OdPropContext::joinPath(OdString(), OdString(L"A")), OdString(L"A"));
-  EXPECT_EQ(OdPropContext::joinPath(OdString(L"A/B"), OdString(L"C")), OdString(L"A/B/C"));
-  ctx.beginCategory(OdString(L"A"), OdString(L"A")).beginCategory(OdString(L"B"), OdString(L"B"));
-  EXPECT_EQ(ctx.currentPath(), OdString(L"A/B"));
-}
-
 class PropServices : public ::testing::Test {
 protected:
   void TearDown() override
@@ -112,14 +90,6 @@ protected:
     odpropServices()->unregisterXmlProp(OdString(L"Other"));
   }
 };
-
-TEST_F(PropServices, LivesInTheSystemRegistry)
-{
-  const OdPropServicesPtr services = odpropServices();
-  ASSERT_FALSE(services.isNull());
-  EXPECT_EQ(odrxSysRegistry()->getAt(OdString(L"OdPropServices")).get(), services.get());
-  EXPECT_EQ(odpropServices().get(), services.get());
-}
 
 TEST_F(PropServices, RegisterCreateAndUnregisterProviders)
 {
@@ -137,19 +107,6 @@ TEST_F(PropServices, RegisterCreateAndUnregisterProviders)
   EXPECT_TRUE(services->createPropForClass(OdString(L"Lamp")).isNull());
 }
 
-TEST_F(PropServices, RefusesBadRegistrations)
-{
-  const OdPropServicesPtr services = odpropServices();
-  ASSERT_EQ(services->registerXmlProp(OdString(L"Lamp"), &LampProps::create), eOk);
-  EXPECT_EQ(services->registerXmlProp(OdString(L"Lamp"), &createOtherProps), eDuplicateKey);
-  EXPECT_EQ(services->registerXmlProp(OdString(), &LampProps::create), eInvalidInput);
-  EXPECT_EQ(services->registerXmlProp(OdString(L"Other"), nullptr), eNullPtr);
-  EXPECT_EQ(services->unregisterXmlProp(OdString(L"Unknown")), eKeyNotFound);
-  EXPECT_TRUE(services->createPropForClass(OdString(L"Unknown")).isNull());
-  // The refused duplicate did not replace the first provider.
-  EXPECT_FALSE(services->createPropForClass(OdString(L"Lamp")).isNull());
-}
-
 TEST_F(PropServices, ObjectsFindTheProviderOfTheirNearestClass)
 {
   const OdPropServicesPtr services = odpropServices();
@@ -158,15 +115,4 @@ TEST_F(PropServices, ObjectsFindTheProviderOfTheirNearestClass)
   EXPECT_FALSE(services->createPropForObject(services.get()).isNull());
   EXPECT_TRUE(services->createPropForObject(nullptr).isNull());
   services->unregisterXmlProp(OdString(L"OdRxObject"));
-}
-
-TEST(PropBase, BaseClassHasNoCombos)
-{
-  OdPropBasePtr props = LampProps::create();
-  OdStringArray values, icons;
-  EXPECT_FALSE(props->getPropertyPossibleValues(OdString(L"General/On"), values, icons));
-  EXPECT_TRUE(values.isEmpty());
-  EXPECT_TRUE(props->getPropertyPossibleValues(OdString(L"General/Kind"), values, icons));
-  EXPECT_EQ(values.size(), icons.size());
-  EXPECT_TRUE(props->objectId().isNull());
 }

@@ -25,18 +25,6 @@ bool testModuleRunning()
   return odrxSysRegistry()->has(OdString(L"kovTestModule.running"));
 }
 
-class TstBuiltInModule : public OdRxModule {
-public:
-  static int s_started;
-  void initApp() override { ++s_started; }
-  void uninitApp() override { --s_started; }
-};
-int TstBuiltInModule::s_started = 0;
-
-OdRxModulePtr makeBuiltIn()
-{
-  return OdRxModulePtr(new TstBuiltInModule);
-}
 
 } // namespace
 
@@ -88,19 +76,6 @@ TEST(RxModules, shortNameIsFoundThroughTheSearchPath)
   ASSERT_FALSE(module.isNull());
   module = nullptr;
   EXPECT_TRUE(linker->unloadModule(OdString(L"kovTestModule")));
-}
-
-TEST(RxModules, moduleHeldOutsideTheLinkerWaitsForUnloadUnreferenced)
-{
-  OdRxDynamicLinker* linker = odrxDynamicLinker();
-  OdRxModulePtr held = linker->loadModule(modulePath(L"kovTestModule_24.1_16.tx"), false);
-  EXPECT_FALSE(linker->unloadModule(OdString(L"kovTestModule")));
-  EXPECT_TRUE(testModuleRunning());
-  linker->unloadUnreferenced();
-  EXPECT_TRUE(testModuleRunning());
-  held = nullptr;
-  linker->unloadUnreferenced();
-  EXPECT_FALSE(testModuleRunning());
 }
 
 TEST(RxModules, entryPointCreatesOneObjectAndTakesTheHandleOver)
@@ -175,20 +150,4 @@ TEST(RxModules, failedStartLeavesTheModuleLoadableAgain)
   EXPECT_TRUE(linker->loadModule(path, true).isNull());
   EXPECT_TRUE(linker->loadModule(path, true).isNull());
   EXPECT_EQ(linker->lastError().code(), eNotInitializedYet);
-}
-
-TEST(RxModules, builtInModuleLoadsByAnyOfItsNames)
-{
-  OdRxDynamicLinker* linker = odrxDynamicLinker();
-  linker->registerStaticModule(OdString(L"TstBuiltIn"), &makeBuiltIn);
-  OdRxModulePtr module = linker->loadModule(OdString(L"TstBuiltIn.dll"));
-  ASSERT_FALSE(module.isNull());
-  EXPECT_EQ(TstBuiltInModule::s_started, 1);
-  EXPECT_EQ(linker->loadModule(OdString(L"TstBuiltIn")).get(), module.get());
-  module = nullptr;
-  EXPECT_FALSE(linker->unloadModule(OdString(L"TstBuiltIn")));
-  EXPECT_TRUE(linker->unloadModule(OdString(L"TstBuiltIn.dll")));
-  EXPECT_EQ(TstBuiltInModule::s_started, 0);
-  linker->unregisterStaticModule(OdString(L"TstBuiltIn"));
-  EXPECT_TRUE(linker->loadModule(OdString(L"TstBuiltIn")).isNull());
 }

@@ -1,8 +1,8 @@
 #ifndef KOV_ANIMATION_DRAWING_H
 #define KOV_ANIMATION_DRAWING_H
 
-// A drawing that holds an animation of every kind of track, and helpers to
-// take drawing file images apart. Header only, like kovFilingSamples.h.
+// A drawing that holds an animation of every kind of track, and a changed
+// drawing file image made whole again. Header only, like kovFilingSamples.h.
 
 #include "kovFilingSamples.h"
 #include "kovSampleDrawing.h"
@@ -135,32 +135,6 @@ inline std::vector<OdUInt8> kovSealDrawingImage(std::vector<OdUInt8> image)
   const OdUInt32 crc = odDbCrc32(image.data() + kDbFileHeaderSize, body);
   std::memcpy(image.data() + image.size() - kDbFileTrailerSize, &crc, 4);
   return image;
-}
-
-// The image with the filed fields of the object of that handle replaced.
-inline std::vector<OdUInt8> kovReplaceObjectFields(const std::vector<OdUInt8>& image, const OdDbHandle& handle,
-                                                   const std::vector<OdUInt8>& fields)
-{
-  OdDbMemoryFiler in;
-  in.setExternalBuffer(image.data(), image.size() - kDbFileTrailerSize);
-  in.seek(kDbFileHeaderSize + 4 * 8 + 2);
-  const OdInt32 count = in.rdInt32();
-  OdDbMemoryFiler out;
-  out.wrBytes(image.data(), OdUInt32(in.tell()));
-  for (OdInt32 i = 0; i < count; ++i) {
-    out.wrString(in.rdString());
-    const OdDbHandle own = in.rdDbHandle();
-    out.wrDbHandle(own);
-    out.wrDbHandle(in.rdDbHandle());
-    const OdUInt32 length = OdUInt32(in.rdInt32());
-    std::vector<OdUInt8> old(length);
-    in.rdBytes(old.data(), length);
-    const std::vector<OdUInt8>& now = own == handle ? fields : old;
-    out.wrInt32(OdInt32(now.size()));
-    out.wrBytes(now.data(), OdUInt32(now.size()));
-  }
-  out.wrInt32(0);
-  return kovSealDrawingImage(std::vector<OdUInt8>(out.data(), out.data() + out.size()));
 }
 
 #endif

@@ -1,9 +1,11 @@
 #ifndef KOV_FILING_SAMPLES_H
 #define KOV_FILING_SAMPLES_H
 
-// Random track and animation records from a seed, with every kind of value
-// the filing must carry unchanged, and the tracks and animations built from
-// them. Header only: the data layers come with the tests that use it.
+// The tracks and animations that filed records describe, and what readers
+// make of records: the fields a reader fills are compared by filing them
+// again with today's writer against the record filed by the independent
+// writer, so that every field counts, doubles bit for bit and texts code unit
+// for code unit. Header only: the data layers come with the tests that use it.
 
 #include "kovLegacyFiling.h"
 
@@ -11,125 +13,9 @@
 #include "db/kovDbAnimation.h"
 
 #include "Db/OdDbDatabase.h"
-#include "Db/OdDbSpline.h"
-
-#include <QVariantList>
-
-#include <climits>
-#include <cmath>
-#include <limits>
-#include <random>
+#include "Db/OdDbMemoryFiler.h"
 
 namespace kovSamples {
-
-inline double specialDouble(std::mt19937& rng)
-{
-  static const double values[] = { std::numeric_limits<double>::quiet_NaN(),
-                                   std::numeric_limits<double>::infinity(),
-                                   -std::numeric_limits<double>::infinity(),
-                                   -0.0,
-                                   0.0,
-                                   std::numeric_limits<double>::denorm_min(),
-                                   std::numeric_limits<double>::max(),
-                                   -std::numeric_limits<double>::lowest() / 3.0 };
-  std::uniform_int_distribution<int> pick(0, 11);
-  const int i = pick(rng);
-  if (i < 8)
-    return values[i];
-  return std::uniform_real_distribution<double>(-1e6, 1e6)(rng);
-}
-
-// Texts outside the basic plane, combining marks, empty and null strings.
-inline QString text(std::mt19937& rng)
-{
-  static const char* const texts[] = { "", "Camera", "Kamera \xF0\x9F\x8E\xA5", "\xE6\x97\xA5\xE6\x9C\xAC",
-                                       "e\xCC\x81t\xC3\xA9 \xF0\x90\x90\x80", "Sky \"quoted\" \\ slash",
-                                       "\xF0\x9F\x98\x80\xF0\x9F\x98\x81\xF0\x9F\x98\x82" };
-  std::uniform_int_distribution<int> pick(0, 7);
-  const int i = pick(rng);
-  return i == 7 ? QString() : QString::fromUtf8(texts[i]);
-}
-
-inline QVariant doubles(std::mt19937& rng, int count)
-{
-  QVariantList list;
-  for (int i = 0; i < count; ++i)
-    list << specialDouble(rng);
-  return list;
-}
-
-// A value of the shape the item's types give its keyframes.
-inline QVariant value(std::mt19937& rng, const kovFiledItem& item)
-{
-  switch (item.animationType) {
-  case kovAnimationItem::LocationByPoints: return doubles(rng, rng() % 2 ? 3 : 6);
-  case kovAnimationItem::Scale: return specialDouble(rng);
-  case kovAnimationItem::RotationToEntity: {
-    QVariantList list = doubles(rng, 3).toList();
-    return list << text(rng);
-  }
-  case kovAnimationItem::CustomParameter:
-    switch (item.paramsType) {
-    case kovAnimationItem::Point: return doubles(rng, 3);
-    case kovAnimationItem::Number: return specialDouble(rng);
-    case kovAnimationItem::OnOff: return rng() % 2 == 0;
-    default: return item.valueList.isEmpty() ? text(rng) : item.valueList.value(int(rng() % item.valueList.size()));
-    }
-  default: return doubles(rng, 6);
-  }
-}
-
-inline kovFiledItem item(std::mt19937& rng)
-{
-  kovFiledItem item;
-  item.animationType = OdInt32(rng() % 8);
-  item.paramsType = OdInt32(rng() % 4);
-  item.customParameterName = text(rng);
-  item.faceDirection = rng() % 2;
-  item.durationByAnimationSpeed = rng() % 2;
-  item.isFactoryParameter = rng() % 2;
-  item.minValue = specialDouble(rng);
-  item.maxValue = specialDouble(rng);
-  item.decimals = OdInt32(rng() % 3 == 0 ? INT_MIN : rng() % 10);
-  const int entries = int(rng() % 4);
-  for (int i = 0; i < entries; ++i)
-    item.valueList << text(rng);
-  const int count = int(rng() % 6);
-  std::vector<OdInt32> keys;
-  if (rng() % 3 == 0)
-    keys = { INT_MIN, INT_MAX };
-  while (int(keys.size()) < count)
-    keys.push_back(std::uniform_int_distribution<OdInt32>(-5000, 60000)(rng));
-  std::sort(keys.begin(), keys.end());
-  keys.erase(std::unique(keys.begin(), keys.end()), keys.end());
-  for (OdInt32 key : keys)
-    item.keyframes.emplace_back(key, value(rng, item));
-  return item;
-}
-
-// A track without entity or block: the handles of those need a drawing.
-inline kovFiledTrack track(std::mt19937& rng)
-{
-  kovFiledTrack track;
-  track.name = text(rng);
-  track.description = text(rng);
-  static const char* const subjects[] = { "Camera", "Environment", "", "Spawned \xF0\x9F\x8C\xB3" };
-  track.entityUniqueName = QString::fromUtf8(subjects[rng() % 4]);
-  track.startMillisecond = rng() % 4 == 0 ? INT_MIN : std::uniform_int_distribution<OdInt32>(-1000, 100000)(rng);
-  const int items = int(rng() % 5);
-  for (int i = 0; i < items; ++i)
-    track.items.push_back(item(rng));
-  if (rng() % 3 == 0) {
-    track.templateName = text(rng);
-    if (!track.templateName.isEmpty()) {
-      OdDbSplinePtr spline = OdDbSpline::createObject();
-      spline->setFitData({ OdGePoint3d(0, 0, 0), OdGePoint3d(1, 2, 3), OdGePoint3d(4, 0, specialDouble(rng)) }, 3,
-                         0.0, OdGeVector3d(1, 0, 0), OdGeVector3d(0, 1, 0));
-      track.templateObject = OdDbObjectPtr(spline.get());
-    }
-  }
-  return track;
-}
 
 inline void fillItem(kovAnimationItem& target, const kovFiledItem& source)
 {
@@ -171,44 +57,6 @@ inline kovAnimationTrackPtr makeTrack(const kovFiledTrack& record, OdDbDatabase*
   return track;
 }
 
-inline kovFiledCut cut(std::mt19937& rng, int trackCount)
-{
-  kovFiledCut cut;
-  cut.trackIndex = OdInt32(rng() % trackCount);
-  cut.name = text(rng);
-  cut.startMs = rng() % 4 == 0 ? INT_MIN : OdInt32(rng() % 100000);
-  cut.endMs = rng() % 4 == 0 ? INT_MAX : OdInt32(rng() % 100000);
-  cut.imageWidth = OdInt32(rng() % 8000) - 10;
-  cut.imageHeight = OdInt32(rng() % 8000) - 10;
-  cut.frameRate = OdInt32(rng() % 121);
-  cut.encoding = OdInt32(rng() % 5) - 1;
-  cut.outputFormat = OdInt32(rng() % 9);
-  cut.quality = OdInt32(rng() % 4);
-  cut.stillImage = rng() % 2;
-  cut.pathTracing = rng() % 2;
-  cut.maxIterations = rng() % 5 == 0 ? INT_MAX : OdInt32(rng() % 5000);
-  return cut;
-}
-
-// An animation with 0 to 4 random tracks; cuts only when it has tracks.
-inline kovFiledAnimation animation(std::mt19937& rng)
-{
-  kovFiledAnimation animation;
-  animation.name = text(rng);
-  animation.description = text(rng);
-  animation.selectedTrackIndex = OdInt32(rng() % 6) - 1;
-  animation.selectedElementIndex = rng() % 5 == 0 ? INT_MIN : OdInt32(rng() % 6) - 1;
-  animation.currentPositionMs = rng() % 5 == 0 ? INT_MAX : OdInt32(rng() % 100000) - 1;
-  const int tracks = int(rng() % 5);
-  for (int i = 0; i < tracks; ++i)
-    animation.tracks.push_back(track(rng));
-  const int cuts = tracks ? int(rng() % 4) : 0;
-  for (int i = 0; i < cuts; ++i)
-    animation.cuts.push_back(cut(rng, tracks));
-  animation.gizmosHidden = rng() % 2;
-  return animation;
-}
-
 // The animation a record describes, its tracks and cut views resolved in db.
 inline kovDbAnimationPtr makeAnimation(const kovFiledAnimation& record, OdDbDatabase* db = nullptr)
 {
@@ -242,6 +90,81 @@ inline kovDbAnimationPtr makeAnimation(const kovFiledAnimation& record, OdDbData
   }
   animation->hideAnimationGizmos() = record.gizmosHidden;
   return animation;
+}
+
+// The record as a reader of that layout version makes it: what the layout
+// lacks keeps its default, and without a drawing no handle resolves.
+inline kovFiledTrack asRead(kovFiledTrack track, OdInt32 version, bool inDrawing = false)
+{
+  const kovFiledItem defaults;
+  for (kovFiledItem& item : track.items) {
+    if (version < 102)
+      item.faceDirection = defaults.faceDirection;
+    if (version < 109)
+      item.durationByAnimationSpeed = defaults.durationByAnimationSpeed;
+    if (version < 105) {
+      item.isFactoryParameter = defaults.isFactoryParameter;
+      item.minValue = defaults.minValue;
+      item.maxValue = defaults.maxValue;
+      item.decimals = defaults.decimals;
+      item.valueList.clear();
+    }
+  }
+  if (version < 103)
+    track.templateName.clear();
+  if (!inDrawing) {
+    track.entityHandle = OdDbHandle();
+    track.hasBlock = false;
+  }
+  return track;
+}
+
+// Cuts: none before 107, unnamed before 111, no path tracing before 112, the
+// default iterations before 108; a cut of a track out of range films the first.
+inline kovFiledAnimation asRead(kovFiledAnimation animation, OdInt32 version, bool inDrawing = false)
+{
+  for (kovFiledTrack& track : animation.tracks)
+    track = asRead(track, 113, inDrawing);
+  if (version < 107 || animation.tracks.empty())
+    animation.cuts.clear();
+  for (kovFiledCut& cut : animation.cuts) {
+    if (cut.trackIndex < 0 || size_t(cut.trackIndex) >= animation.tracks.size())
+      cut.trackIndex = 0;
+    if (version < 111)
+      cut.name = QStringLiteral("Scene");
+    if (version < 112)
+      cut.pathTracing = false;
+    if (version < 108)
+      cut.maxIterations = kovFiledCut().maxIterations;
+    if (!inDrawing)
+      cut.viewHandle = OdDbHandle();
+  }
+  if (version < 113)
+    animation.gizmosHidden = false;
+  return animation;
+}
+
+// The fields of an object as today's writer files them.
+template <class Object>
+std::vector<OdUInt8> filedFields(const Object& object)
+{
+  OdDbMemoryFiler filer;
+  object.dwgOutFields(&filer);
+  return std::vector<OdUInt8>(filer.data(), filer.data() + filer.size());
+}
+
+inline std::vector<OdUInt8> filedFields(const kovFiledTrack& record)
+{
+  OdDbMemoryFiler filer;
+  kovWriteTrack(&filer, record);
+  return std::vector<OdUInt8>(filer.data(), filer.data() + filer.size());
+}
+
+inline std::vector<OdUInt8> filedFields(const kovFiledAnimation& record)
+{
+  OdDbMemoryFiler filer;
+  kovWriteAnimation(&filer, record);
+  return std::vector<OdUInt8>(filer.data(), filer.data() + filer.size());
 }
 
 } // namespace kovSamples

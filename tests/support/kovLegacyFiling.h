@@ -84,30 +84,13 @@ struct kovFiledAnimation {
 // the variant into a fresh byte array.
 QByteArray kovKeyframeBytes(const QVariant& value);
 
-// One function per track layout: what each version wrote.
-void kovWriteTrackV101(OdDbDwgFiler* filer, const kovFiledTrack& track);
-void kovWriteTrackV102(OdDbDwgFiler* filer, const kovFiledTrack& track);
-void kovWriteTrackV103(OdDbDwgFiler* filer, const kovFiledTrack& track);
-void kovWriteTrackV104(OdDbDwgFiler* filer, const kovFiledTrack& track);
-void kovWriteTrackV105(OdDbDwgFiler* filer, const kovFiledTrack& track);
-void kovWriteTrackV109(OdDbDwgFiler* filer, const kovFiledTrack& track);
-void kovWriteTrackV110(OdDbDwgFiler* filer, const kovFiledTrack& track);
-void kovWriteTrackV113(OdDbDwgFiler* filer, const kovFiledTrack& track);
-// The layout of 113 under another version number, as a newer writer that
-// only appends would write it.
-void kovWriteTrackAs(OdDbDwgFiler* filer, const kovFiledTrack& track, OdInt32 version);
-// Dispatches to the writer of that version (the newest layout at or below it).
-void kovWriteTrack(OdDbDwgFiler* filer, const kovFiledTrack& track, OdInt32 version);
+// What a track of that layout version held, field by field. Versions above
+// the newest layout write that layout under their own number, as a newer
+// writer that only appends would.
+void kovWriteTrack(OdDbDwgFiler* filer, const kovFiledTrack& track, OdInt32 version = 113);
 
-// One function per entity layout; each files its tracks in the newest track
-// layout (tracks carry their own version).
-void kovWriteAnimationV106(OdDbDwgFiler* filer, const kovFiledAnimation& animation);
-void kovWriteAnimationV107(OdDbDwgFiler* filer, const kovFiledAnimation& animation);
-void kovWriteAnimationV108(OdDbDwgFiler* filer, const kovFiledAnimation& animation);
-void kovWriteAnimationV111(OdDbDwgFiler* filer, const kovFiledAnimation& animation);
-void kovWriteAnimationV112(OdDbDwgFiler* filer, const kovFiledAnimation& animation);
-void kovWriteAnimationV113(OdDbDwgFiler* filer, const kovFiledAnimation& animation);
-// The writer of the newest layout at or below version, writing version itself.
-void kovWriteAnimation(OdDbDwgFiler* filer, const kovFiledAnimation& animation, OdInt32 version);
+// An animation entity of that format version; its tracks are always filed in
+// the newest track layout (tracks carry their own version).
+void kovWriteAnimation(OdDbDwgFiler* filer, const kovFiledAnimation& animation, OdInt32 version = 113);
 
 #endif

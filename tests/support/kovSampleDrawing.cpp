@@ -4,13 +4,9 @@
 #include "Db/OdDbBlockTable.h"
 #include "Db/OdDbBlockTableRecord.h"
 #include "Db/OdDbLight.h"
-#include "Db/OdDbMemoryFiler.h"
 #include "Db/OdDbSpline.h"
 #include "Db/OdDbViewTable.h"
 #include "Db/OdDbViewTableRecord.h"
-
-#include <cmath>
-#include <cstring>
 
 namespace {
 
@@ -29,19 +25,6 @@ OdDbObjectId addBlock(OdDbDatabase* db, const OdChar* name)
   OdDbBlockTableRecordPtr block = OdDbBlockTableRecord::createObject();
   block->setName(OdString(name));
   return blocks->add(block);
-}
-
-std::string narrow(const OdString& text)
-{
-  return text.toUtf8();
-}
-
-std::vector<OdUInt8> filedFields(const OdDbObjectId& id)
-{
-  OdDbObjectPtr object = id.safeOpenObject();
-  OdDbMemoryFiler filer(id.database(), OdDb::kFileFiler);
-  object->dwgOutFields(&filer);
-  return std::vector<OdUInt8>(filer.data(), filer.data() + filer.size());
 }
 
 } // namespace
@@ -106,30 +89,4 @@ kovSampleDrawing kovBuildSampleDrawing()
   s.view = views->add(view);
   db->setCurrentColorIndex(3);
   return s;
-}
-
-std::string kovCompareDrawings(OdDbDatabase* a, OdDbDatabase* b)
-{
-  if (a->handseed() != b->handseed())
-    return "handle seeds differ: " + narrow(a->handseed().ascii()) + " and " + narrow(b->handseed().ascii());
-  if (a->getBlockTableId().getHandle() != b->getBlockTableId().getHandle()
-      || a->getViewTableId().getHandle() != b->getViewTableId().getHandle()
-      || a->getModelSpaceId().getHandle() != b->getModelSpaceId().getHandle())
-    return "root objects differ";
-  for (OdUInt64 h = 1; h < static_cast<OdUInt64>(a->handseed()); ++h) {
-    const OdDbObjectId ia = a->getOdDbObjectId(h);
-    const OdDbObjectId ib = b->getOdDbObjectId(h);
-    const std::string where = "handle " + narrow(OdDbHandle(h).ascii()) + ": ";
-    if (ia.isValid() != ib.isValid())
-      return where + "present in only one drawing";
-    if (!ia.isValid())
-      continue;
-    if (ia.objectClass() != ib.objectClass())
-      return where + "classes differ";
-    if (ia.safeOpenObject()->ownerId().getHandle() != ib.safeOpenObject()->ownerId().getHandle())
-      return where + "owners differ";
-    if (filedFields(ia) != filedFields(ib))
-      return where + "fields differ";
-  }
-  return std::string();
 }

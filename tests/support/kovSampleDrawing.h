@@ -3,8 +3,6 @@
 
 #include "Db/OdDbDatabase.h"
 
-#include <string>
-
 // A drawing with one of everything the database classes offer: two block
 // definitions, references to them (one created before the block it refers
 // to, so that a file holds a reference ahead of its target), a named view, a
@@ -22,9 +20,5 @@ struct kovSampleDrawing {
 };
 
 kovSampleDrawing kovBuildSampleDrawing();
-
-// Compares every object of two drawings by handle: class, owner's handle and
-// fields as a file holds them. Empty when they are the same, else the first difference.
-std::string kovCompareDrawings(OdDbDatabase* a, OdDbDatabase* b);
 
 #endif
