@@ -16,25 +16,7 @@
 #include "Db/OdDbSpline.h"
 #include "Rx/OdError.h"
 
-#include <QBitArray>
-#include <QCborArray>
-#include <QCborMap>
-#include <QCborValue>
-#include <QDataStream>
-#include <QDateTime>
-#include <QEasingCurve>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QLine>
-#include <QLocale>
-#include <QModelIndex>
-#include <QRect>
-#include <QRegExp>
-#include <QRegularExpression>
-#include <QTimeZone>
-#include <QUrl>
-#include <QUuid>
+#include <QtCore>
 
 #include <algorithm>
 #include <functional>
