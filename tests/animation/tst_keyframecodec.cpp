@@ -1,25 +1,19 @@
 // Keyframe values in the drawing: a value a keyframe takes reads back from its
 // bytes as it was written; a value that would not is refused when it is set;
 // damaged bytes are refused, or read as a value that saves again, without
-// large allocations. Filing errors keep their class through the readers.
+// large allocations.
 
 #define KOV_ALLOCATION_LIMIT_MB "8"
 #include "kovAllocationLimit.h"
-#include "kovAnimationDbFixture.h"
 
 #include "animation/kovAnimationItem.h"
-#include "animation/kovAnimationTrack.h"
 #include "animation/kovKeyframeCodec.h"
-#include "db/kovDbAnimation.h"
-
-#include "Db/OdDbMemoryFiler.h"
-#include "Db/OdDbSpline.h"
-#include "Rx/OdError.h"
 
 #include <QtCore>
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
-#include <functional>
 #include <limits>
 #include <random>
 #include <set>
@@ -324,75 +318,6 @@ TEST(KeyframeCodec, containersDeclaringMoreItemsThanBytesAreRefused)
   for (const auto& row : rows) {
     QVariant read;
     EXPECT_FALSE(kovKeyframeCodec::decode(row.bytes, read)) << row.name;
-  }
-}
-
-class KeyframeFiling : public kovAnimationDbFixture {
-protected:
-  static std::vector<OdUInt8> filed(const std::function<void(OdDbDwgFiler*)>& write)
-  {
-    OdDbMemoryFiler filer;
-    write(&filer);
-    return std::vector<OdUInt8>(filer.data(), filer.data() + filer.size());
-  }
-
-  // The template's class name, as filed, swapped for one that is no database object.
-  static std::vector<OdUInt8> withForeignTemplateClass(std::vector<OdUInt8> bytes)
-  {
-    const auto filedString = [](const OdString& text) {
-      return filed([&](OdDbDwgFiler* filer) { filer->wrString(text); });
-    };
-    const std::vector<OdUInt8> spline = filedString(OdString(L"OdDbSpline"));
-    const std::vector<OdUInt8> foreign = filedString(OdString(L"OdDbMemoryFiler"));
-    const auto at = std::search(bytes.begin(), bytes.end(), spline.begin(), spline.end());
-    EXPECT_NE(at, bytes.end());
-    bytes.insert(bytes.erase(at, at + static_cast<std::ptrdiff_t>(spline.size())), foreign.begin(), foreign.end());
-    return bytes;
-  }
-
-  static kovAnimationTrackPtr spawner()
-  {
-    kovAnimationTrackPtr track(new kovAnimationTrack);
-    track->setName(QStringLiteral("Spawner"));
-    track->setTemplate(QStringLiteral("Tree"), OdDbObjectPtr(OdDbSpline::createObject().get()));
-    return track;
-  }
-};
-
-TEST_F(KeyframeFiling, aTemplateThatIsNoDatabaseObjectRaisesTheClassErrorThroughBothReaders)
-{
-  const kovAnimationTrackPtr track = spawner();
-  const std::vector<OdUInt8> trackBytes =
-    withForeignTemplateClass(filed([&](OdDbDwgFiler* filer) { track->dwgOutFields(filer); }));
-  kovDbAnimationPtr animation = kovDbAnimation::createObject();
-  animation->setName(QStringLiteral("Forest"));
-  animation->editTracks().push_back(spawner());
-  const std::vector<OdUInt8> animationBytes =
-    withForeignTemplateClass(filed([&](OdDbDwgFiler* filer) { animation->dwgOutFields(filer); }));
-
-  const struct {
-    const char* reader;
-    std::function<void(OdDbDwgFiler*)> read;
-    const std::vector<OdUInt8>& bytes;
-    const char* context;
-  } rows[] = {
-    { "track", [](OdDbDwgFiler* filer) { kovAnimationTrack().dwgInFields(filer); }, trackBytes,
-      "Animation track \"Spawner\": Object of class OdDbMemoryFiler" },
-    { "entity",
-      [](OdDbDwgFiler* filer) { kovDbAnimation::createObject()->dwgInFields(filer); },
-      animationBytes, "Animation \"Forest\": Animation track \"Spawner\": Object of class OdDbMemoryFiler" },
-  };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.reader);
-    OdDbMemoryFiler in;
-    in.setExternalBuffer(row.bytes.data(), row.bytes.size());
-    try {
-      row.read(&in);
-      ADD_FAILURE() << "read without error";
-    } catch (const OdError_NotThatKindOfClass& error) {
-      EXPECT_EQ(error.code(), eNotThatKindOfClass);
-      EXPECT_EQ(error.description().toUtf8().rfind(row.context, 0), 0u) << error.description().toUtf8();
-    }
   }
 }
 
