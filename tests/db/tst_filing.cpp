@@ -7,6 +7,8 @@
 #include "kovAnimationDbFixture.h"
 #include "kovAnimationReaderInput.h"
 
+#include "polymesh/kovDbPolygonMesh.h"
+
 #include "Db/OdDbFileWriter.h"
 #include "Db/OdDbViewTableRecord.h"
 
@@ -162,7 +164,20 @@ kovFiledAnimation goldenAnimation()
   return animation;
 }
 
-class Filing : public kovAnimationDbFixture {};
+// The scene's meshes too: the fuzzer's seed drawings hold them.
+class Filing : public kovAnimationDbFixture {
+protected:
+  void SetUp() override
+  {
+    kovAnimationDbFixture::SetUp();
+    kovDbPolygonMesh::rxInit();
+  }
+  void TearDown() override
+  {
+    kovDbPolygonMesh::rxUninit();
+    kovAnimationDbFixture::TearDown();
+  }
+};
 
 // One row per layout version; committed files where drawings of that version
 // are kept, the documented layout written anew for the others.
@@ -580,12 +595,12 @@ TEST_F(Filing, templateOfAnUnknownOrForeignClassIsRefusedNamingTheTrack)
 }
 
 // Every input that ever made the readers' fuzz target fail, and the committed
-// files (its seeds), go through the fuzzer's own entry point: each is read or
-// refused with OdError, and nothing else escapes.
+// files and drawings (its seeds), go through the fuzzer's own entry point:
+// each is read or refused with OdError, and nothing else escapes.
 TEST_F(Filing, everyFuzzFindingIsReadOrRefused)
 {
   QStringList paths;
-  for (const char* folder : { "fuzz-regressions", "filing" }) {
+  for (const char* folder : { "fuzz-regressions", "fuzz-seeds", "filing" }) {
     const QDir dir(QStringLiteral(KOV_TEST_DATA_DIR "/") + QString::fromLatin1(folder));
     for (const QString& name : dir.entryList(QDir::Files, QDir::Name)) {
       if (!name.endsWith(QLatin1String(".md")))
