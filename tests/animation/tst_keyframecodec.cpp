@@ -213,16 +213,12 @@ TEST(KeyframeCodec, everyStreamedCoreTypeIsSampledOrRefused)
   }
 }
 
-TEST(KeyframeCodec, everyLeafReadsBackAsWrittenInQDataStreamBytes)
+TEST(KeyframeCodec, everyLeafAndNestingOfThemReadsBackAsWrittenInQDataStreamBytes)
 {
-  for (const QVariant& value : leafSamples())
-    expectRoundTrip(value);
-}
-
-TEST(KeyframeCodec, nestedListsMapsAndHashesReadBackAsWritten)
-{
-  std::mt19937 rng(20261123);
   const std::vector<QVariant> leaves = leafSamples();
+  for (const QVariant& value : leaves)
+    expectRoundTrip(value);
+  std::mt19937 rng(20261123);
   for (int i = 0; i < 300; ++i)
     expectRoundTrip(nested(rng, leaves, 0));
   expectRoundTrip(nestedDepth(kovKeyframeCodec::kMaxDepth));
@@ -295,16 +291,12 @@ TEST(KeyframeCodec, damagedBytesAreRefusedOrReadAsAStorableValue)
   }
 }
 
-TEST(KeyframeCodec, containersDeclaringMoreItemsThanBytesAreRefused)
+TEST(KeyframeCodec, oddTextsCborOverclaimsAndUncheckableKindsAreRefused)
 {
   const struct {
     const char* name;
     QByteArray bytes;
   } rows[] = {
-    { "variant list", QByteArray::fromHex("00000009" "00" "00100000" "0000000200") },
-    { "string list", QByteArray::fromHex("0000000b" "00" "7fffffff") },
-    { "variant map", QByteArray::fromHex("00000008" "00" "00010000") },
-    { "bit array", QByteArray::fromHex("0000000d" "00" "ffffffff" "ff") },
     { "text of odd length", QByteArray::fromHex("0000000a" "00" "00000003" "004100") },
     { "CBOR array of a million items", QByteArray::fromHex("00000036" "00" "00000005" "9a000fffff") },
     { "CBOR map of a million pairs", QByteArray::fromHex("00000037" "00" "00000005" "ba000fffff") },

@@ -1,5 +1,6 @@
 // Polygon meshes: topology answers, refusal of broken meshes, transforms, the
 // entity's drawing, and its filing (golden bytes, the older layout, damage).
+// Drawings of meshes are read by the fuzz replay of the seed drawings.
 
 #include "kovAllocationLimit.h"
 #include "kovDbFixture.h"
@@ -7,10 +8,6 @@
 #include "polymesh/Primitives.h"
 #include "polymesh/kovDbPolygonMesh.h"
 
-#include "Db/OdDbBlockTableRecord.h"
-#include "Db/OdDbDatabase.h"
-#include "Db/OdDbFileReader.h"
-#include "Db/OdDbFileWriter.h"
 #include "Db/OdDbMemoryFiler.h"
 #include "Gi/OdGiWorldDrawRecorder.h"
 #include "Rx/OdError.h"
@@ -318,26 +315,6 @@ TEST_F(PolygonMesh, damagedFieldsAreRefusedBeforeAnythingIsAllocated)
       }
     }
   }
-}
-
-TEST_F(PolygonMesh, aDrawingOfMeshesSavesAndOpens)
-{
-  OdDbDatabasePtr db = OdDbDatabase::createObject();
-  {
-    OdDbBlockTableRecordPtr space = db->getModelSpaceId().safeOpenObject(OdDb::kForWrite);
-    space->appendOdDbEntity(entityOf(cube()).get());
-    space->appendOdDbEntity(entityOf(triangle()).get());
-  }
-  const std::vector<OdUInt8> image = OdDbFileWriter::fileImage(db.get());
-  OdDbDatabasePtr back = OdDbFileReader::readBuffer(image.data(), image.size(), OdString(L"meshes"));
-  OdDbBlockTableRecordPtr space = back->getModelSpaceId().safeOpenObject();
-  std::vector<Mesh> meshes;
-  for (OdDbObjectIteratorPtr it = space->newIterator(); !it->done(); it->step()) {
-    kovDbPolygonMeshPtr mesh = kovDbPolygonMesh::cast(it->entity());
-    if (!mesh.isNull())
-      meshes.push_back(mesh->mesh());
-  }
-  EXPECT_EQ(meshes, (std::vector<Mesh> { cube(), triangle() }));
 }
 
 } // namespace
