@@ -7,6 +7,8 @@
 // (VmHWM) is reset at the phase's start (/proc/self/clear_refs) and read at
 // its end, less the resident size at the start. For saving that is the peak
 // above the drawing already in memory; for loading, the whole drawing's.
+#include "kovBenchMeasure.h"
+
 #include "db/kovDbAnimation.h"
 #include "db/kovDbTempBlockReference.h"
 
@@ -22,10 +24,8 @@
 #include <QTemporaryDir>
 
 #include <algorithm>
-#include <chrono>
 #include <cstdlib>
 #include <cstdio>
-#include <fstream>
 #include <string>
 
 namespace {
@@ -34,36 +34,6 @@ namespace {
 int g_tracks = 100;
 const int kItems = 2;
 const int kKeyframes = 5000;
-
-double now()
-{
-  return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
-}
-
-// A field of /proc/self/status in kB.
-double statusKb(const char* field)
-{
-  std::ifstream status("/proc/self/status");
-  std::string line;
-  const std::string key = std::string(field) + ":";
-  while (std::getline(status, line)) {
-    if (line.compare(0, key.size(), key) == 0)
-      return std::stod(line.substr(key.size()));
-  }
-  return 0;
-}
-
-// Starts a phase: resets the peak and returns the resident size in MB.
-double startPhase()
-{
-  std::ofstream("/proc/self/clear_refs") << "5";
-  return statusKb("VmRSS") / 1024.0;
-}
-
-double peakMb()
-{
-  return statusKb("VmHWM") / 1024.0;
-}
 
 QVariant keyframe(int track, int item, int index)
 {
@@ -100,7 +70,7 @@ double floorSeconds(const OdDbObjectId& id, qint64& bytes)
   const kovDbAnimation& animation = *opened;
   QBuffer buffer;
   buffer.open(QIODevice::WriteOnly);
-  const double start = now();
+  const double start = benchNow();
   QDataStream out(&buffer);
   for (const kovAnimationTrackPtr& track : animation.constTracks()) {
     for (const kovAnimationItem& item : track->animationElements()) {
@@ -108,14 +78,9 @@ double floorSeconds(const OdDbObjectId& id, qint64& bytes)
         out << qint32(it.key()) << it.value();
     }
   }
-  const double seconds = now() - start;
+  const double seconds = benchNow() - start;
   bytes = buffer.size();
   return seconds;
-}
-
-void figure(const char* name, double value, const char* unit)
-{
-  std::printf("figure: %s %.3f %s\n", name, value, unit);
 }
 
 // Each phase runs in a process of its own (this program, with the phase and
@@ -125,36 +90,36 @@ void savePhase(const QString& path)
 {
   OdDbDatabasePtr db = OdDbDatabase::createObject();
   const OdDbObjectId id = buildAnimation(db.get());
-  const double before = startPhase();
-  const double start = now();
+  const double before = benchStartPhase();
+  const double start = benchNow();
   OdDbFileWriter::writeFile(db.get(), odFromQString(path));
-  const double seconds = now() - start;
-  const double peak = peakMb() - before;
+  const double seconds = benchNow() - start;
+  const double peak = benchPeakMb() - before;
   const double fileMb = QFileInfo(path).size() / 1048576.0;
-  figure("filing_file_size", fileMb, "MB");
-  figure("filing_save_seconds", seconds, "s");
-  figure("filing_save_throughput", fileMb / seconds, "MB/s");
-  figure("filing_save_peak_above_the_drawing", peak, "MB");
-  figure("filing_save_peak_per_file_size", peak / fileMb, "x");
+  benchFigure("filing_file_size", fileMb, "MB");
+  benchFigure("filing_save_seconds", seconds, "s");
+  benchFigure("filing_save_throughput", fileMb / seconds, "MB/s");
+  benchFigure("filing_save_peak_above_the_drawing", peak, "MB");
+  benchFigure("filing_save_peak_per_file_size", peak / fileMb, "x");
   qint64 bytes = 0;
   const double floor = floorSeconds(id, bytes);
-  figure("filing_floor_qdatastream_seconds", floor, "s");
-  figure("filing_floor_qdatastream_throughput", bytes / 1048576.0 / floor, "MB/s");
-  figure("filing_save_per_floor", seconds / floor, "x");
+  benchFigure("filing_floor_qdatastream_seconds", floor, "s");
+  benchFigure("filing_floor_qdatastream_throughput", bytes / 1048576.0 / floor, "MB/s");
+  benchFigure("filing_save_per_floor", seconds / floor, "x");
 }
 
 void loadPhase(const QString& path)
 {
-  const double before = startPhase();
-  const double start = now();
+  const double before = benchStartPhase();
+  const double start = benchNow();
   OdDbDatabasePtr db = OdDbFileReader::readFile(odFromQString(path));
-  const double seconds = now() - start;
-  const double peak = peakMb() - before;
+  const double seconds = benchNow() - start;
+  const double peak = benchPeakMb() - before;
   const double fileMb = QFileInfo(path).size() / 1048576.0;
-  figure("filing_load_seconds", seconds, "s");
-  figure("filing_load_throughput", fileMb / seconds, "MB/s");
-  figure("filing_load_peak", peak, "MB");
-  figure("filing_load_peak_per_file_size", peak / fileMb, "x");
+  benchFigure("filing_load_seconds", seconds, "s");
+  benchFigure("filing_load_throughput", fileMb / seconds, "MB/s");
+  benchFigure("filing_load_peak", peak, "MB");
+  benchFigure("filing_load_peak_per_file_size", peak / fileMb, "x");
 }
 
 } // namespace

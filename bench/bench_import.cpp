@@ -6,6 +6,8 @@
 // Memory: the kernel's peak resident size (VmHWM) is reset at each phase's
 // start (/proc/self/clear_refs) and read at its end, less the resident size at
 // the start, and given as a multiple of the file's size.
+#include "kovBenchMeasure.h"
+
 #include "import/kovImportedSceneWriter.h"
 #include "import/kovSceneImport.h"
 #include "polymesh/kovDbPolygonMesh.h"
@@ -20,52 +22,16 @@
 #include <QFileInfo>
 #include <QTemporaryDir>
 
-#include <malloc.h>
-
-#include <chrono>
 #include <cstdio>
-#include <fstream>
 #include <string>
 
 namespace {
 
 const quint32 kGrid = 707;
 
-double now()
-{
-  return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
-}
-
-double statusKb(const char* field)
-{
-  std::ifstream status("/proc/self/status");
-  std::string line;
-  const std::string key = std::string(field) + ":";
-  while (std::getline(status, line)) {
-    if (line.compare(0, key.size(), key) == 0)
-      return std::stod(line.substr(key.size()));
-  }
-  return 0;
-}
-
-// Freed memory goes back to the system first, or a phase reusing the last
-// one's heap would show no peak at all.
-double startPhase()
-{
-  malloc_trim(0);
-  std::ofstream("/proc/self/clear_refs") << "5";
-  return statusKb("VmRSS") / 1024.0;
-}
-
 double peakSince(double startMb)
 {
-  return statusKb("VmHWM") / 1024.0 - startMb;
-}
-
-void figure(const char* name, double value, const char* unit)
-{
-  std::printf("figure: %s %.3f %s\n", name, value, unit);
-  std::fflush(stdout);
+  return benchPeakMb() - startMb;
 }
 
 void append32(QByteArray& bytes, quint32 v)
@@ -161,18 +127,18 @@ OdDbDatabasePtr importInto(const QString& path, const char* prefix)
 {
   const double fileMb = QFileInfo(path).size() / 1048576.0;
   OdDbDatabasePtr db = OdDbDatabase::createObject();
-  const double start = startPhase();
-  const double t0 = now();
+  const double start = benchStartPhase();
+  const double t0 = benchNow();
   kovImportedScene scene = kovSceneImport::read(path);
   const OdUInt64 triangles = scene.triangleCount();
   kovImportedSceneWriter::write(db.get(), scene, OdString(L"model"), OdGeMatrix3d::kIdentity);
-  const double seconds = now() - t0;
+  const double seconds = benchNow() - t0;
   const double peak = peakSince(start);
   const std::string p(prefix);
-  figure((p + "_triangles").c_str(), double(triangles), "triangles");
-  figure((p + "_file_size").c_str(), fileMb, "MB");
-  figure((p + "_seconds").c_str(), seconds, "s");
-  figure((p + "_peak_per_file_size").c_str(), peak / fileMb, "x");
+  benchFigure((p + "_triangles").c_str(), double(triangles), "triangles");
+  benchFigure((p + "_file_size").c_str(), fileMb, "MB");
+  benchFigure((p + "_seconds").c_str(), seconds, "s");
+  benchFigure((p + "_peak_per_file_size").c_str(), peak / fileMb, "x");
   return db;
 }
 
@@ -208,21 +174,21 @@ int main()
   importInto(glb, "import_glb");
   OdDbDatabasePtr db = importInto(stl, "import_stl");
 
-  double start = startPhase();
-  double t0 = now();
+  double start = benchStartPhase();
+  double t0 = benchNow();
   std::vector<OdUInt8> image = OdDbFileWriter::fileImage(db.get());
-  const double saveSeconds = now() - t0;
+  const double saveSeconds = benchNow() - t0;
   const double fileMb = image.size() / 1048576.0;
-  figure("drawing_1m_triangles_file_size", fileMb, "MB");
-  figure("drawing_1m_triangles_save_seconds", saveSeconds, "s");
-  figure("drawing_1m_triangles_save_peak_per_file_size", peakSince(start) / fileMb, "x");
+  benchFigure("drawing_1m_triangles_file_size", fileMb, "MB");
+  benchFigure("drawing_1m_triangles_save_seconds", saveSeconds, "s");
+  benchFigure("drawing_1m_triangles_save_peak_per_file_size", peakSince(start) / fileMb, "x");
   db.release();
-  start = startPhase();
-  t0 = now();
+  start = benchStartPhase();
+  t0 = benchNow();
   OdDbDatabasePtr loaded = OdDbFileReader::readBuffer(image.data(), image.size(), OdString(L"grid"));
-  figure("drawing_1m_triangles_loaded_triangles", double(trianglesIn(loaded.get())), "triangles");
-  figure("drawing_1m_triangles_load_seconds", now() - t0, "s");
-  figure("drawing_1m_triangles_load_peak_per_file_size", peakSince(start) / fileMb, "x");
+  benchFigure("drawing_1m_triangles_loaded_triangles", double(trianglesIn(loaded.get())), "triangles");
+  benchFigure("drawing_1m_triangles_load_seconds", benchNow() - t0, "s");
+  benchFigure("drawing_1m_triangles_load_peak_per_file_size", peakSince(start) / fileMb, "x");
   loaded.release();
   kovDbBlockAnimation::rxUninit();
   kovDbPolygonMesh::rxUninit();
