@@ -14,10 +14,11 @@
 //     QVariantList (variants), QVariantMap and QVariantHash (text key, then
 //     variant).
 //   - QBitArray: quint32 bit count, then the bits in (count + 7) / 8 bytes.
-//   - QDateTime: QDate, QTime, qint8 time spec; an offset from UTC adds a
-//     qint32. A named time zone is refused: it reads back as its zone only
-//     where the zone database knows the name, and QDataStream crashes when
-//     writing a date and time whose zone it did not know.
+//   - QDateTime: QDate, QTime, qint8 time basis (local, UTC, offset, zone);
+//     an offset from UTC adds a qint32. A named time zone is refused: it
+//     reads back as its zone only where the zone database knows the name, and
+//     QDataStream crashes when writing a date and time whose zone it did not
+//     know.
 //   - QLocale: its name as a text. QRegExp: text pattern, three quint8 flags.
 //     QRegularExpression: text pattern, quint32 options.
 //   - QJsonValue: quint8 kind (0 null, 0x80 undefined: nothing more; 1 bool;
@@ -233,10 +234,10 @@ private:
   }
   bool dateTime()
   {
-    quint8 spec = 0;
-    if (!skip(8 + 4) || !u8(spec))
+    quint8 basis = 0;
+    if (!skip(8 + 4) || !u8(basis))
       return false;
-    switch (spec) {
+    switch (basis) {
     case Qt::LocalTime:
     case Qt::UTC: return true;
     case Qt::OffsetFromUTC: return skip(4);

@@ -116,8 +116,10 @@ void addNodes(const aiScene* source, const aiNode* node, std::size_t index, bool
   }
 }
 
-template <class KeyType, class Value>
-Value sample(const KeyType* keys, unsigned count, double time, const Value& rest)
+// The track's value at time: between two keys as blend makes it, the nearest
+// key outside them, rest without keys.
+template <class KeyType, class Value, class Blend>
+Value sample(const KeyType* keys, unsigned count, double time, const Value& rest, Blend blend)
 {
   if (count == 0)
     return rest;
@@ -126,29 +128,23 @@ Value sample(const KeyType* keys, unsigned count, double time, const Value& rest
   for (unsigned i = 1; i < count; ++i) {
     if (time <= keys[i].mTime) {
       const double span = keys[i].mTime - keys[i - 1].mTime;
-      const ai_real t = static_cast<ai_real>(span > 0 ? (time - keys[i - 1].mTime) / span : 1.0);
-      return keys[i - 1].mValue + (keys[i].mValue - keys[i - 1].mValue) * t;
+      return blend(keys[i - 1].mValue, keys[i].mValue,
+                   static_cast<ai_real>(span > 0 ? (time - keys[i - 1].mTime) / span : 1.0));
     }
   }
   return keys[count - 1].mValue;
 }
 
-aiQuaternion sampleRotation(const aiQuatKey* keys, unsigned count, double time, const aiQuaternion& rest)
+aiVector3D lerp(const aiVector3D& a, const aiVector3D& b, ai_real t)
 {
-  if (count == 0)
-    return rest;
-  if (time <= keys[0].mTime)
-    return keys[0].mValue;
-  for (unsigned i = 1; i < count; ++i) {
-    if (time <= keys[i].mTime) {
-      const double span = keys[i].mTime - keys[i - 1].mTime;
-      aiQuaternion q;
-      aiQuaternion::Interpolate(q, keys[i - 1].mValue, keys[i].mValue,
-                                static_cast<ai_real>(span > 0 ? (time - keys[i - 1].mTime) / span : 1.0));
-      return q;
-    }
-  }
-  return keys[count - 1].mValue;
+  return a + (b - a) * t;
+}
+
+aiQuaternion slerp(const aiQuaternion& a, const aiQuaternion& b, ai_real t)
+{
+  aiQuaternion q;
+  aiQuaternion::Interpolate(q, a, b, t);
+  return q;
 }
 
 // One key per time any of the node's tracks has a key; a track without keys
@@ -172,9 +168,9 @@ kovImportedScene::Channel channelOf(const aiNodeAnim* track, const aiNode* node,
     const double ms = time / ticksPerSecond * 1000.0;
     if (!std::isfinite(ms) || std::fabs(ms) > 2.0e9)
       continue;
-    const aiVector3D p = sample(track->mPositionKeys, track->mNumPositionKeys, time, restPosition);
-    const aiQuaternion q = sampleRotation(track->mRotationKeys, track->mNumRotationKeys, time, restRotation);
-    const aiVector3D s = sample(track->mScalingKeys, track->mNumScalingKeys, time, restScale);
+    const aiVector3D p = sample(track->mPositionKeys, track->mNumPositionKeys, time, restPosition, lerp);
+    const aiQuaternion q = sample(track->mRotationKeys, track->mNumRotationKeys, time, restRotation, slerp);
+    const aiVector3D s = sample(track->mScalingKeys, track->mNumScalingKeys, time, restScale, lerp);
     kovDbBlockAnimation::Key key;
     key.ms = static_cast<OdInt32>(std::lround(ms));
     key.translation.set(p.x, p.y, p.z);

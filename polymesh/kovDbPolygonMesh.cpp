@@ -49,18 +49,17 @@ bool kovDbPolygonMesh::subWorldDraw(OdGiWorldDraw* pWd) const
   points.reserve(m_mesh.vertices.size());
   for (const kov::polymesh::Vertex& vertex : m_mesh.vertices)
     points.push_back(vertex.position);
-  // One shell per surface, so that a renderer gets each colour as one mesh.
-  const size_t groups = std::max<size_t>(m_mesh.surfaces.size(), 1);
+  // One shell per surface, so that a renderer gets each colour as one mesh;
+  // the face lists are sorted out in one pass over the faces.
+  std::vector<std::vector<OdInt32>> faceLists(std::max<size_t>(m_mesh.surfaces.size(), 1));
+  for (const kov::polymesh::Face& face : m_mesh.faces) {
+    std::vector<OdInt32>& list = faceLists[static_cast<size_t>(face.surface)];
+    list.push_back(static_cast<OdInt32>(face.vertices.size()));
+    list.insert(list.end(), face.vertices.begin(), face.vertices.end());
+  }
   const OdCmEntityColor own = pWd->subEntityTraits().trueColor();
-  std::vector<OdInt32> faceList;
-  for (size_t group = 0; group < groups && !pWd->regenAbort(); ++group) {
-    faceList.clear();
-    for (const kov::polymesh::Face& face : m_mesh.faces) {
-      if (static_cast<size_t>(face.surface) != group)
-        continue;
-      faceList.push_back(static_cast<OdInt32>(face.vertices.size()));
-      faceList.insert(faceList.end(), face.vertices.begin(), face.vertices.end());
-    }
+  for (size_t group = 0; group < faceLists.size() && !pWd->regenAbort(); ++group) {
+    const std::vector<OdInt32>& faceList = faceLists[group];
     if (faceList.empty())
       continue;
     const bool ownColor = m_mesh.surfaces.empty() || m_mesh.surfaces[group].color.isByBlock();

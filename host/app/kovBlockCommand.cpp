@@ -1,10 +1,9 @@
 #include "host/app/kovBlockCommand.h"
 
-#include "host/app/kovHostApplication.h"
-
 #include "Db/OdDbBlockReference.h"
 #include "Db/OdDbBlockTable.h"
 #include "Db/OdDbBlockTableRecord.h"
+#include "Db/OdDbDatabase.h"
 #include "Db/OdDbMemoryFiler.h"
 #include "Db/OdDbSymbolTableIterator.h"
 #include "Ed/OdDbUserIO.h"
@@ -126,10 +125,7 @@ void insertBlock(OdDbDatabase* db, OdDbUserIO* io)
 
 void kovBlockCommand::execute(OdEdCommandContext* pCmdCtx)
 {
-  kovHostApplication* app = kovHostApplication::instance();
-  OdDbDatabase* db = app ? app->currentDatabase() : nullptr;
-  if (!db)
-    throw OdError(eNoDatabase, OdString(L"No drawing is open"));
+  OdDbDatabase* db = openDrawing();
   OdDbUserIO* io = OdDbUserIO::cast(pCmdCtx->userIO()).get();
   if (!io)
     throw OdError(eNotApplicable, OdString(L"This command needs a drawing's user input"));

@@ -69,9 +69,7 @@ void kovHostCommand::execute(OdEdCommandContext* pCmdCtx)
     io->putString(OdString(L"Opened ") + odFromQString(path));
     return;
   }
-  OdDbDatabase* db = app->currentDatabase();
-  if (!db)
-    throw OdError(eNoDatabase, OdString(L"No drawing is open"));
+  OdDbDatabase* db = openDrawing();
   if (m_name == L"save") {
     QString path = odToQString(io->getString(OdString(L"Save drawing as:"), OdEd::kInpDefault,
                                              odFromQString(app->drawingPath())));

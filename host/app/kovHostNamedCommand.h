@@ -3,6 +3,8 @@
 
 #include "Ed/OdEdCommand.h"
 
+class OdDbDatabase;
+
 // A command of the host's group "kovHost", known by the name it is made with;
 // one class serves the commands that share their prompts.
 class kovHostNamedCommand : public OdEdCommand {
@@ -12,6 +14,10 @@ public:
   const OdString globalName() const override { return m_name; }
 
 protected:
+  // The drawing open in the host; raises eNoDatabase ("No drawing is open")
+  // when there is none.
+  static OdDbDatabase* openDrawing();
+
   OdString m_name;
 };
 

@@ -1,11 +1,10 @@
 #include "host/app/kovImportSceneCommand.h"
 
-#include "host/app/kovHostApplication.h"
-
 #include "import/kovImportedSceneWriter.h"
 #include "import/kovSceneImport.h"
 
 #include "Db/OdDbBlockReference.h"
+#include "Db/OdDbDatabase.h"
 #include "Ed/OdEdCommandContext.h"
 #include "Ed/OdEdUserIO.h"
 
@@ -58,10 +57,7 @@ Options askOptions(OdEdUserIO* io)
 
 void kovImportSceneCommand::execute(OdEdCommandContext* pCmdCtx)
 {
-  kovHostApplication* app = kovHostApplication::instance();
-  OdDbDatabase* db = app ? app->currentDatabase() : nullptr;
-  if (!db)
-    throw OdError(eNoDatabase, OdString(L"No drawing is open"));
+  OdDbDatabase* db = openDrawing();
   OdEdUserIO* io = pCmdCtx->userIO();
   const QString path = odToQString(io->getString(OdString(L"File to import:"), OdEd::kInpThrowEmpty)).trimmed();
   const Options options = askOptions(io);

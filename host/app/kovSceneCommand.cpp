@@ -1,11 +1,10 @@
 #include "host/app/kovSceneCommand.h"
 
-#include "host/app/kovHostApplication.h"
-
 #include "polymesh/Primitives.h"
 #include "polymesh/kovDbPolygonMesh.h"
 
 #include "Db/OdDbBlockTableRecord.h"
+#include "Db/OdDbDatabase.h"
 #include "Ed/OdEdCommandContext.h"
 #include "Ed/OdEdUserIO.h"
 
@@ -87,10 +86,7 @@ void applyColor(OdEdUserIO* io, kovDbPolygonMesh* entity, Mesh& mesh)
 
 void kovSceneCommand::execute(OdEdCommandContext* pCmdCtx)
 {
-  kovHostApplication* app = kovHostApplication::instance();
-  OdDbDatabase* db = app ? app->currentDatabase() : nullptr;
-  if (!db)
-    throw OdError(eNoDatabase, OdString(L"No drawing is open"));
+  OdDbDatabase* db = openDrawing();
   OdEdUserIO* io = pCmdCtx->userIO();
 
   OdGePoint3d at;

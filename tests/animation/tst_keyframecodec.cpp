@@ -303,7 +303,7 @@ TEST(KeyframeCodec, oddTextsCborOverclaimsAndUncheckableKindsAreRefused)
     { "CBOR text longer than its bytes", QByteArray::fromHex("00000035" "00" "00000005" "7a0fffffff") },
     { "CBOR with bytes after its item", QByteArray::fromHex("00000035" "00" "00000002" "0101") },
     { "time zone by name", QByteArray::fromHex("00000010" "00" "0000000000258500" "00000000" "03" "00000002" "0041") },
-    { "time spec unknown", QByteArray::fromHex("00000010" "00" "0000000000258500" "00000000" "07") },
+    { "unknown time basis", QByteArray::fromHex("00000010" "00" "0000000000258500" "00000000" "07") },
     { "easing curve", QByteArray::fromHex("0000001d" "00" "03" "0000000000000000" "00") },
     { "application type", QByteArray::fromHex("00000400" "00" "00000007" "4f706171756500" "00000003") },
   };
