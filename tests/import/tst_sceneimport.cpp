@@ -69,21 +69,8 @@ QByteArray glb(quint32 total, quint32 jsonBytes)
   return QByteArray("glTF") + le32(2) + le32(total) + le32(jsonBytes) + QByteArray("JSON") + json;
 }
 
-class SceneImport : public kovDbFixture {
+class SceneImport : public kovDbFixtureWith<kovDbPolygonMesh, kovDbBlockAnimation> {
 protected:
-  void SetUp() override
-  {
-    kovDbFixture::SetUp();
-    kovDbPolygonMesh::rxInit();
-    kovDbBlockAnimation::rxInit();
-    ASSERT_TRUE(m_dir.isValid());
-  }
-  void TearDown() override
-  {
-    kovDbBlockAnimation::rxUninit();
-    kovDbPolygonMesh::rxUninit();
-    kovDbFixture::TearDown();
-  }
   QString path(const char* name) const { return m_dir.filePath(QString::fromLatin1(name)); }
 
   // Every mesh under a block, with its nesting applied.

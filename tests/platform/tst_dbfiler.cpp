@@ -5,6 +5,7 @@
 #include "Db/OdDbDatabase.h"
 #include "Db/OdDbLight.h"
 #include "Db/OdDbMemoryFiler.h"
+#include "kovChecks.h"
 #include "kovDbFixture.h"
 
 #include <cmath>
@@ -13,19 +14,8 @@
 
 namespace {
 
-template <class Fn>
-OdError raised(Fn fn)
-{
-  try {
-    fn();
-  } catch (const OdError& error) {
-    return error;
-  }
-  return OdError(eOk);
-}
-
 // Each primitive read with one byte fewer than it needs.
-TEST(DbFiler, ReadingPastTheEndRaisesAndNamesWhatWasRead)
+TEST(DbFiler, ReadingPastTheEndRaisesNamingWhatWasReadBeforeAllocating)
 {
   const struct {
     const char* what;
@@ -46,21 +36,19 @@ TEST(DbFiler, ReadingPastTheEndRaisesAndNamesWhatWasRead)
   for (const auto& c : cases) {
     OdDbMemoryFiler filer;
     filer.setExternalBuffer(data, c.bytesNeeded - 1);
-    const OdError error = raised([&] { c.read(filer); });
+    const OdError error = raisedError([&] { c.read(filer); });
     EXPECT_EQ(error.code(), eEndOfFile) << c.what;
     EXPECT_NE(error.description().toUtf8().find(c.what), std::string::npos) << error.description().toUtf8();
     EXPECT_EQ(filer.filerStatus(), eEndOfFile);
   }
-}
 
-TEST(DbFiler, StringLongerThanTheDataIsRefusedBeforeAllocating)
-{
+  // A string longer than the data is refused before it is allocated.
   OdDbMemoryFiler writer;
   writer.wrInt32(-1);  // 4G code units claimed
   writer.wrInt16(0x41);
   OdDbMemoryFiler reader;
   reader.setExternalBuffer(writer.data(), writer.size());
-  const OdError error = raised([&] { reader.rdString(); });
+  const OdError error = raisedError([&] { reader.rdString(); });
   EXPECT_EQ(error.code(), eEndOfFile);
   EXPECT_NE(error.description().toUtf8().find("string"), std::string::npos);
 }
@@ -73,10 +61,10 @@ TEST(DbFiler, SeekStaysWithinTheData)
   EXPECT_EQ(filer.tell(), 4u);
   filer.seek(2, OdDb::kSeekFromCurrent);
   EXPECT_EQ(filer.bytesLeft(), 2u);
-  EXPECT_EQ(raised([&] { filer.seek(9); }).code(), eEndOfFile);
-  EXPECT_EQ(raised([&] { filer.seek(-7, OdDb::kSeekFromCurrent); }).code(), eEndOfFile);
-  EXPECT_EQ(raised([&] { filer.seek(std::numeric_limits<OdInt64>::max(), OdDb::kSeekFromEnd); }).code(), eEndOfFile);
-  EXPECT_EQ(raised([&] { filer.seek(std::numeric_limits<OdInt64>::min(), OdDb::kSeekFromEnd); }).code(), eEndOfFile);
+  EXPECT_EQ(raisedError([&] { filer.seek(9); }).code(), eEndOfFile);
+  EXPECT_EQ(raisedError([&] { filer.seek(-7, OdDb::kSeekFromCurrent); }).code(), eEndOfFile);
+  EXPECT_EQ(raisedError([&] { filer.seek(std::numeric_limits<OdInt64>::max(), OdDb::kSeekFromEnd); }).code(), eEndOfFile);
+  EXPECT_EQ(raisedError([&] { filer.seek(std::numeric_limits<OdInt64>::min(), OdDb::kSeekFromEnd); }).code(), eEndOfFile);
 }
 
 class DbFilerWithDatabase : public kovDbFixture {};

@@ -12,6 +12,7 @@
 #include "Rx/OdRxDictionary.h"
 #include "kovChecks.h"
 #include "kovDbFixture.h"
+#include "kovSampleDrawing.h"
 
 
 namespace {
@@ -28,7 +29,7 @@ protected:
   }
 };
 
-TEST(DbHandle, PrintsAndParsesUpperCaseHex)
+TEST(DbHandle, PrintsAndParsesUpperCaseHexAndNullsMalformedText)
 {
   const struct {
     OdUInt64 value;
@@ -39,10 +40,6 @@ TEST(DbHandle, PrintsAndParsesUpperCaseHex)
     EXPECT_EQ(static_cast<OdUInt64>(OdDbHandle(OdString(c.text))), c.value);
   }
   EXPECT_EQ(static_cast<OdUInt64>(OdDbHandle(OdString(L"ff"))), 0xFFu);
-}
-
-TEST(DbHandle, MalformedTextGivesTheNullHandle)
-{
   for (const OdChar* text : { L"", L"G1", L"-1", L"1 ", L"0x1A", L"10000000000000000" })
     EXPECT_TRUE(OdDbHandle(OdString(text)).isNull()) << OdString(text).toUtf8();
 }
@@ -72,10 +69,8 @@ TEST_F(DbObjects, ReadOpenRefusesWriteUntilUpgraded)
   entity->downgradeOpen();
   EXPECT_FALSE(entity->isWriteEnabled());
   EXPECT_EQ(entity->colorIndex(), 5);
-}
 
-TEST_F(DbObjects, OpeningAsTheWrongClassRaisesAndLeavesTheObjectClosed)
-{
+  // Opening as the wrong class raises and leaves the object closed.
   OdDbObjectId tableId = db->getBlockTableId();
   EXPECT_EQ(raisedCode([&] { OdDbEntityPtr e = tableId.safeOpenObject(OdDb::kForWrite); }), eNotThatKindOfClass);
   OdDbObjectPtr table = tableId.openObject();
@@ -146,10 +141,7 @@ TEST_F(DbObjects, AppendingSetsOwnerAndRefusesAnotherBlocksEntity)
   addClosedEntity(id);
   EXPECT_EQ(id.safeOpenObject()->ownerId(), db->getModelSpaceId());
 
-  OdDbBlockTablePtr blocks = db->getBlockTableId().safeOpenObject(OdDb::kForWrite);
-  OdDbBlockTableRecordPtr block = OdDbBlockTableRecord::createObject();
-  block->setName(OdString(L"B"));
-  blocks->add(block);
+  OdDbBlockTableRecordPtr block = kovAddBlock(db, OdString(L"B")).safeOpenObject(OdDb::kForWrite);
   OdDbEntityPtr owned = id.safeOpenObject();
   EXPECT_EQ(raisedCode([&] { block->appendOdDbEntity(owned); }), eAlreadyInDb);
 

@@ -2,31 +2,14 @@
 #include "Ge/OdGeMatrix3d.h"
 #include "Ge/OdGePoint3d.h"
 #include "Ge/OdGeVector3d.h"
-#include "Rx/OdError.h"
-
-#include <gtest/gtest.h>
+#include "kovChecks.h"
 
 #include <cmath>
 #include <string>
 
 namespace {
 
-const double kPi = 3.14159265358979323846;
 const double kTight = 1e-12;
-
-void expectPointNear(const OdGePoint3d& actual, const OdGePoint3d& expected, double tol = kTight)
-{
-  EXPECT_NEAR(actual.x, expected.x, tol);
-  EXPECT_NEAR(actual.y, expected.y, tol);
-  EXPECT_NEAR(actual.z, expected.z, tol);
-}
-
-void expectVectorNear(const OdGeVector3d& actual, const OdGeVector3d& expected, double tol = kTight)
-{
-  EXPECT_NEAR(actual.x, expected.x, tol);
-  EXPECT_NEAR(actual.y, expected.y, tol);
-  EXPECT_NEAR(actual.z, expected.z, tol);
-}
 
 } // namespace
 
@@ -78,8 +61,8 @@ TEST(GeMatrix, CoordSystemRoundTripsAndMapsCoordinates)
 
   const OdGePoint3d local(1.5, -2, 4);
   const OdGePoint3d world = m * local;
-  expectPointNear(world, origin + xAxis * local.x + yAxis * local.y + zAxis * local.z);
-  expectPointNear(m.inverse() * world, local);
+  expectPointNear(world, origin + xAxis * local.x + yAxis * local.y + zAxis * local.z, kTight);
+  expectPointNear(m.inverse() * world, local, kTight);
   EXPECT_DOUBLE_EQ(m.scale(), zAxis.length());
   EXPECT_FALSE(m.isUniScaledOrtho());
 }

@@ -4,30 +4,12 @@
 #include "Gi/OdGiRasterImage.h"
 #include "Gi/OdGiWorldDrawRecorder.h"
 
-#include <gtest/gtest.h>
-
-#include <functional>
-#include <limits>
-#include <vector>
+#include "kovChecks.h"
 
 namespace {
 
 const double kPi = 3.14159265358979323846;
 const double kTol = 1e-12;
-
-void expectPoint(const OdGePoint3d& actual, double x, double y, double z)
-{
-  EXPECT_NEAR(actual.x, x, kTol);
-  EXPECT_NEAR(actual.y, y, kTol);
-  EXPECT_NEAR(actual.z, z, kTol);
-}
-
-void expectVector(const OdGeVector3d& actual, double x, double y, double z)
-{
-  EXPECT_NEAR(actual.x, x, kTol);
-  EXPECT_NEAR(actual.y, y, kTol);
-  EXPECT_NEAR(actual.z, z, kTol);
-}
 
 const OdGeVector3d kZ(0.0, 0.0, 1.0);
 
@@ -54,9 +36,9 @@ TEST_F(GiRecorder, NestedTransformsApplyInnermostFirstAndPopRestores)
   const auto& records = recorder.records();
   ASSERT_EQ(records.size(), 3u);
   // Rotated first (to 0,1,0), then moved: not moved then rotated (0,11,0).
-  expectPoint(records[0].points[0], 10.0, 1.0, 0.0);
-  expectPoint(records[1].points[0], 11.0, 0.0, 0.0);
-  expectPoint(records[2].points[0], 1.0, 0.0, 0.0);
+  expectPointNear(records[0].points[0], OdGePoint3d(10.0, 1.0, 0.0), kTol);
+  expectPointNear(records[1].points[0], OdGePoint3d(11.0, 0.0, 0.0), kTol);
+  expectPointNear(records[2].points[0], OdGePoint3d(1.0, 0.0, 0.0), kTol);
   EXPECT_TRUE(records[2].modelTransform.isEqualTo(OdGeMatrix3d()));
   EXPECT_TRUE(recorder.getModelToWorldTransform().isEqualTo(OdGeMatrix3d()));
 }
@@ -98,15 +80,15 @@ TEST_F(GiRecorder, RasterImageIsCopiedAndItsEdgesIgnoreTranslation)
 
   const OdGiPrimitiveRecord& record = recorder.records().at(0);
   EXPECT_EQ(record.kind, OdGiPrimitiveRecord::kRasterImage);
-  expectPoint(record.points[0], 5.0, 5.0, 5.0);
-  expectVector(record.direction, 2.0, 0.0, 0.0);
-  expectVector(record.secondDirection, 0.0, 1.0, 0.0);
+  expectPointNear(record.points[0], OdGePoint3d(5.0, 5.0, 5.0), kTol);
+  expectVectorNear(record.direction, OdGeVector3d(2.0, 0.0, 0.0), kTol);
+  expectVectorNear(record.secondDirection, OdGeVector3d(0.0, 1.0, 0.0), kTol);
   EXPECT_TRUE(record.transparency);
   ASSERT_FALSE(record.image.isNull());
   EXPECT_EQ(record.image->pixel(1, 0), 0x44112233u);
 }
 
-TEST(CmEntityColor, ColorIndexSelectsTheMethod)
+TEST(CmEntityColor, ColorIndexSelectsTheMethodAndThePalettesComponents)
 {
   struct Case {
     OdInt16 index;
@@ -123,10 +105,6 @@ TEST(CmEntityColor, ColorIndexSelectsTheMethod)
     EXPECT_EQ(color.colorMethod(), c.method);
     EXPECT_EQ(color.colorIndex(), c.index);
   }
-}
-
-TEST(CmEntityColor, AciColourGivesPaletteComponents)
-{
   OdCmEntityColor color;
   ASSERT_EQ(color.setColorIndex(30), eOk);
   EXPECT_TRUE(color.isByACI());

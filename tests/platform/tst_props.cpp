@@ -59,13 +59,11 @@ TEST(PropContext, WritesNodesAttributesAndClosingExactly)
       L"<Prop Name=\"Play\" Type=\"button\" VisibleName=\"Play\" Path=\"General\" />\r\n"
       L"<Prop Name=\"Style\" Type=\"combo\" VisibleName=\"Style\" Value=\"Smooth\" />\r\n");
   EXPECT_EQ(ctx.text(), expected);
-}
 
-TEST(PropContext, EscapesValuesSoEveryNodeStaysOneParseableLine)
-{
-  OdPropContext ctx;
-  ctx.addString(OdString(L"Note"), OdString(L"<Note> & \"more\""), OdString(L"line 1\r\nline 2\ttab"));
-  EXPECT_EQ(ctx.text(),
+  // Escaped values keep every node one parseable line.
+  OdPropContext escaped;
+  escaped.addString(OdString(L"Note"), OdString(L"<Note> & \"more\""), OdString(L"line 1\r\nline 2\ttab"));
+  EXPECT_EQ(escaped.text(),
             OdString(L"<Prop Name=\"Note\" Type=\"string\" VisibleName=\"&lt;Note&gt; &amp; &quot;more&quot;\" "
                      L"Value=\"line 1&#13;&#10;line 2&#9;tab\" />\r\n"));
 }

@@ -44,13 +44,6 @@ Mesh triangle()
   return mesh;
 }
 
-Bytes filed(const std::function<void(OdDbDwgFiler*)>& write)
-{
-  OdDbMemoryFiler filer;
-  write(&filer);
-  return Bytes(filer.data(), filer.data() + filer.size());
-}
-
 // The mesh read from bytes, or the error the reader gave (as a result or raised).
 OdResult readMesh(const Bytes& bytes, Mesh& mesh)
 {
@@ -66,19 +59,8 @@ OdResult readMesh(const Bytes& bytes, Mesh& mesh)
   }
 }
 
-class PolygonMesh : public kovDbFixture {
+class PolygonMesh : public kovDbFixtureWith<kovDbPolygonMesh> {
 protected:
-  void SetUp() override
-  {
-    kovDbFixture::SetUp();
-    kovDbPolygonMesh::rxInit();
-  }
-  void TearDown() override
-  {
-    kovDbPolygonMesh::rxUninit();
-    kovDbFixture::TearDown();
-  }
-
   static kovDbPolygonMeshPtr entityOf(const Mesh& mesh)
   {
     kovDbPolygonMeshPtr entity = kovDbPolygonMesh::createObject();
@@ -226,8 +208,8 @@ TEST_F(PolygonMesh, drawsOneShellPerSurfaceInItsColourAndAnswersExtents)
 TEST_F(PolygonMesh, filesTheCurrentLayoutByteForByte)
 {
   kovDbPolygonMeshPtr entity = entityOf(triangle());
-  const Bytes entityFields = filed([&](OdDbDwgFiler* f) { entity->OdDbEntity::dwgOutFields(f); });
-  const Bytes all = filed([&](OdDbDwgFiler* f) { entity->dwgOutFields(f); });
+  const Bytes entityFields = kovFiled([&](OdDbDwgFiler* f) { entity->OdDbEntity::dwgOutFields(f); });
+  const Bytes all = kovFiled([&](OdDbDwgFiler* f) { entity->dwgOutFields(f); });
   const Bytes own(all.begin() + static_cast<std::ptrdiff_t>(entityFields.size()), all.end());
   const std::string golden = "02000000"                                           // version
                              "03000000"                                           // vertices
@@ -258,7 +240,7 @@ TEST_F(PolygonMesh, readsTheFirstLayoutWithFacesInTheEntitysColour)
     m.surfaces.clear();
     return m;
   }();
-  const Bytes v1 = filed([&](OdDbDwgFiler* f) {
+  const Bytes v1 = kovFiled([&](OdDbDwgFiler* f) {
     kovDbPolygonMesh::createObject()->OdDbEntity::dwgOutFields(f);
     f->wrInt32(1);
     f->wrInt32(3);
@@ -276,7 +258,7 @@ TEST_F(PolygonMesh, readsTheFirstLayoutWithFacesInTheEntitysColour)
 
 TEST_F(PolygonMesh, damagedFieldsAreRefusedBeforeAnythingIsAllocated)
 {
-  const Bytes good = filed([&](OdDbDwgFiler* f) { entityOf(cube())->dwgOutFields(f); });
+  const Bytes good = kovFiled([&](OdDbDwgFiler* f) { entityOf(cube())->dwgOutFields(f); });
   Mesh back;
   ASSERT_EQ(readMesh(good, back), eOk);
   EXPECT_EQ(back, cube());

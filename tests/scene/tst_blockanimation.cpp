@@ -31,19 +31,8 @@ Key key(OdInt32 ms, const OdGeVector3d& translation, double degreesAboutZ = 0.0,
   return k;
 }
 
-class BlockAnimation : public kovDbFixture {
+class BlockAnimation : public kovDbFixtureWith<kovDbBlockAnimation> {
 protected:
-  void SetUp() override
-  {
-    kovDbFixture::SetUp();
-    kovDbBlockAnimation::rxInit();
-  }
-  void TearDown() override
-  {
-    kovDbBlockAnimation::rxUninit();
-    kovDbFixture::TearDown();
-  }
-
   static kovDbBlockAnimationPtr door()
   {
     kovDbBlockAnimationPtr clip = kovDbBlockAnimation::createObject();
@@ -103,9 +92,7 @@ TEST_F(BlockAnimation, keysAreSortedTheLastOfATimeWinsAndEmptyChannelsGo)
 TEST_F(BlockAnimation, aClipReadsBackEqualAndDamagedBytesAreRefused)
 {
   const kovDbBlockAnimationPtr clip = door();
-  OdDbMemoryFiler out;
-  clip->dwgOutFields(&out);
-  const std::vector<OdUInt8> bytes(out.data(), out.data() + out.size());
+  const std::vector<OdUInt8> bytes = kovFiled([&](OdDbDwgFiler* f) { clip->dwgOutFields(f); });
 
   const auto read = [](const std::vector<OdUInt8>& data, kovDbBlockAnimationPtr& into) {
     OdDbMemoryFiler in;

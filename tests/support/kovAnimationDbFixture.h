@@ -8,20 +8,6 @@
 
 // Tests of the animation's database classes: the platform's classes, then
 // the module's own, registered for each test as the module registers them.
-class kovAnimationDbFixture : public kovDbFixture {
-protected:
-  void SetUp() override
-  {
-    kovDbFixture::SetUp();
-    kovDbTempBlockReference::rxInit();
-    kovDbAnimation::rxInit();
-  }
-  void TearDown() override
-  {
-    kovDbAnimation::rxUninit();
-    kovDbTempBlockReference::rxUninit();
-    kovDbFixture::TearDown();
-  }
-};
+using kovAnimationDbFixture = kovDbFixtureWith<kovDbTempBlockReference, kovDbAnimation>;
 
 #endif

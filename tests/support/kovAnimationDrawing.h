@@ -1,20 +1,14 @@
 #ifndef KOV_ANIMATION_DRAWING_H
 #define KOV_ANIMATION_DRAWING_H
 
-// A drawing that holds an animation of every kind of track, and a changed
-// drawing file image made whole again. Header only, like kovFilingSamples.h.
+// A drawing that holds an animation of every kind of track. Header only, like
+// kovFilingSamples.h.
 
 #include "kovFilingSamples.h"
 #include "kovSampleDrawing.h"
 
 #include "Db/OdDbBlockReference.h"
-#include "Db/OdDbBlockTable.h"
 #include "Db/OdDbBlockTableRecord.h"
-#include "Db/OdDbCrc32.h"
-#include "Db/OdDbFileFormat.h"
-#include "Db/OdDbMemoryFiler.h"
-
-#include <cstring>
 
 struct kovAnimationDrawing {
   kovSampleDrawing sample;
@@ -34,16 +28,8 @@ inline kovAnimationDrawing kovBuildAnimationDrawing()
   kovAnimationDrawing d;
   d.sample = kovBuildSampleDrawing();
   OdDbDatabase* db = d.sample.db.get();
-  {
-    OdDbBlockTablePtr blocks = db->getBlockTableId().safeOpenObject(OdDb::kForWrite);
-    OdDbBlockTableRecordPtr lamp = OdDbBlockTableRecord::createObject();
-    lamp->setName(OdString(L"Lamp xblock"));
-    d.lampBlock = blocks->add(lamp);
-    OdDbBlockReferencePtr reference = OdDbBlockReference::createObject();
-    reference->setBlockTableRecord(d.lampBlock);
-    OdDbBlockTableRecordPtr modelSpace = db->getModelSpaceId().safeOpenObject(OdDb::kForWrite);
-    d.lampRef = modelSpace->appendOdDbEntity(reference);
-  }
+  d.lampBlock = kovAddBlock(db, OdString(L"Lamp xblock"));
+  d.lampRef = kovAddReference(db, d.lampBlock);
 
   kovFiledAnimation& a = d.record;
   a.name = QStringLiteral("Tour");
@@ -54,48 +40,33 @@ inline kovAnimationDrawing kovBuildAnimationDrawing()
   kovFiledTrack camera;
   camera.name = QStringLiteral("Camera");
   camera.entityUniqueName = QStringLiteral("Camera");
-  kovFiledItem path;
-  path.animationType = kovAnimationItem::LocationBySpline;
+  kovFiledItem path = kovSamples::filedItem(kovAnimationItem::LocationBySpline,
+                                            { { 0, QVariantList { 10.0, 0.0, 1.8, 0.0, 0.0, 0.0 } },
+                                              { 2000, QVariantList { 20.0, 10.0, 1.8, 1.0, 0.0, 0.0 } },
+                                              { 5000, QVariantList { 30.0, 0.0, 1.8, 0.0, 0.0, 0.0 } } });
   path.faceDirection = true;
   path.durationByAnimationSpeed = false;
-  path.keyframes = { { 0, QVariantList { 10.0, 0.0, 1.8, 0.0, 0.0, 0.0 } },
-                     { 2000, QVariantList { 20.0, 10.0, 1.8, 1.0, 0.0, 0.0 } },
-                     { 5000, QVariantList { 30.0, 0.0, 1.8, 0.0, 0.0, 0.0 } } };
-  kovFiledItem angles;
-  angles.animationType = kovAnimationItem::RotationByAngles;
-  angles.keyframes = { { 0, QVariantList { 0.0, 0.0, 0.0, 0.0, 0.0, 90.0 } } };
-  camera.items = { path, angles };
+  camera.items = { path, kovSamples::filedItem(kovAnimationItem::RotationByAngles,
+                                               { { 0, QVariantList { 0.0, 0.0, 0.0, 0.0, 0.0, 90.0 } } }) };
   kovFiledTrack environment;
   environment.name = QStringLiteral("Environment");
   environment.entityUniqueName = QStringLiteral("Environment");
-  kovFiledItem time;
-  time.animationType = kovAnimationItem::CustomParameter;
-  time.customParameterName = QStringLiteral("Time");
-  time.isFactoryParameter = true;
-  time.minValue = 0;
-  time.maxValue = 24;
-  time.decimals = 2;
-  time.keyframes = { { 0, 8.5 }, { 5000, 18.25 } };
-  kovFiledItem sky;
-  sky.animationType = kovAnimationItem::CustomParameter;
-  sky.paramsType = kovAnimationItem::Text;
-  sky.customParameterName = QStringLiteral("Sky Sequence");
+  kovFiledItem sky = kovSamples::filedItem(kovAnimationItem::CustomParameter, { { 0, QStringLiteral("Rainy") } },
+                                           "Sky Sequence", kovAnimationItem::Text);
   sky.valueList = QStringList { QStringLiteral("Cirrus"), QStringLiteral("Rainy") };
-  sky.keyframes = { { 0, QStringLiteral("Rainy") } };
-  environment.items = { time, sky };
+  environment.items = { kovSamples::factoryParameter(
+                          kovSamples::filedItem(kovAnimationItem::CustomParameter, { { 0, 8.5 }, { 5000, 18.25 } }, "Time"),
+                          0, 24, 2),
+                        sky };
   kovFiledTrack chair;
   chair.name = QStringLiteral("Chair");
   chair.entityHandle = d.sample.chairRef.getHandle();
-  kovFiledItem scale;
-  scale.animationType = kovAnimationItem::Scale;
-  scale.keyframes = { { 0, 1.0 }, { 1000, 2.0 } };
-  chair.items = { scale };
+  chair.items = { kovSamples::filedItem(kovAnimationItem::Scale, { { 0, 1.0 }, { 1000, 2.0 } }) };
   kovFiledTrack lamp;
   lamp.name = QStringLiteral("Lamp");
   lamp.entityHandle = d.lampRef.getHandle();
-  kovFiledItem walk;
-  walk.keyframes = { { 0, QVariantList { 0.0, 0.0, 0.0 } }, { 3000, QVariantList { 3.0, 4.0, 0.0 } } };
-  lamp.items = { walk };
+  lamp.items = { kovSamples::filedItem(kovAnimationItem::LocationByPoints,
+                                       { { 0, QVariantList { 0.0, 0.0, 0.0 } }, { 3000, QVariantList { 3.0, 4.0, 0.0 } } }) };
   kovFiledTrack spawned;
   spawned.name = QStringLiteral("Spawned chair");
   spawned.entityUniqueName = QStringLiteral("Chair");
@@ -122,19 +93,6 @@ inline kovAnimationDrawing kovBuildAnimationDrawing()
   OdDbBlockTableRecordPtr modelSpace = db->getModelSpaceId().safeOpenObject(OdDb::kForWrite);
   d.animation = modelSpace->appendOdDbEntity(animation);
   return d;
-}
-
-// A drawing file image whose body length and checksum are made to agree with
-// its bytes, however they were changed.
-inline std::vector<OdUInt8> kovSealDrawingImage(std::vector<OdUInt8> image)
-{
-  if (image.size() < kDbFileHeaderSize + kDbFileTrailerSize)
-    return image;
-  const OdUInt64 body = image.size() - kDbFileHeaderSize - kDbFileTrailerSize;
-  std::memcpy(image.data() + kDbFileHeaderSize - 8, &body, 8);
-  const OdUInt32 crc = odDbCrc32(image.data() + kDbFileHeaderSize, body);
-  std::memcpy(image.data() + image.size() - kDbFileTrailerSize, &crc, 4);
-  return image;
 }
 
 #endif

@@ -8,16 +8,22 @@
 
 #include <gtest/gtest.h>
 
-// eOk when the action raises nothing.
+// The error the action raises; eOk when it raises nothing.
 template <class Action>
-OdResult raisedCode(Action action)
+OdError raisedError(Action action)
 {
   try {
     action();
   } catch (const OdError& error) {
-    return error.code();
+    return error;
   }
-  return eOk;
+  return OdError(eOk);
+}
+
+template <class Action>
+OdResult raisedCode(Action action)
+{
+  return raisedError(action).code();
 }
 
 inline void expectPointNear(const OdGePoint3d& actual, const OdGePoint3d& expected, double tol = 1e-9)

@@ -13,9 +13,32 @@
 #include "db/kovDbAnimation.h"
 
 #include "Db/OdDbDatabase.h"
-#include "Db/OdDbMemoryFiler.h"
+#include "kovDbFixture.h"
 
 namespace kovSamples {
+
+// A sub-track record of that type holding those keyframes; a parameter's name
+// and value type.
+inline kovFiledItem filedItem(int type, std::vector<std::pair<OdInt32, QVariant>> keyframes, const char* name = "",
+                              int paramsType = kovAnimationItem::Number)
+{
+  kovFiledItem item;
+  item.animationType = type;
+  item.paramsType = paramsType;
+  item.customParameterName = QString::fromUtf8(name);
+  item.keyframes = std::move(keyframes);
+  return item;
+}
+
+// The record of a special parameter, set up by the factory with its range.
+inline kovFiledItem factoryParameter(kovFiledItem item, double min, double max, OdInt32 decimals)
+{
+  item.isFactoryParameter = true;
+  item.minValue = min;
+  item.maxValue = max;
+  item.decimals = decimals;
+  return item;
+}
 
 inline void fillItem(kovAnimationItem& target, const kovFiledItem& source)
 {
@@ -148,23 +171,17 @@ inline kovFiledAnimation asRead(kovFiledAnimation animation, OdInt32 version, bo
 template <class Object>
 std::vector<OdUInt8> filedFields(const Object& object)
 {
-  OdDbMemoryFiler filer;
-  object.dwgOutFields(&filer);
-  return std::vector<OdUInt8>(filer.data(), filer.data() + filer.size());
+  return kovFiled([&](OdDbDwgFiler* f) { object.dwgOutFields(f); });
 }
 
 inline std::vector<OdUInt8> filedFields(const kovFiledTrack& record)
 {
-  OdDbMemoryFiler filer;
-  kovWriteTrack(&filer, record);
-  return std::vector<OdUInt8>(filer.data(), filer.data() + filer.size());
+  return kovFiled([&](OdDbDwgFiler* f) { kovWriteTrack(f, record); });
 }
 
 inline std::vector<OdUInt8> filedFields(const kovFiledAnimation& record)
 {
-  OdDbMemoryFiler filer;
-  kovWriteAnimation(&filer, record);
-  return std::vector<OdUInt8>(filer.data(), filer.data() + filer.size());
+  return kovFiled([&](OdDbDwgFiler* f) { kovWriteAnimation(f, record); });
 }
 
 } // namespace kovSamples

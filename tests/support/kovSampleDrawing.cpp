@@ -19,15 +19,26 @@ OdDbSplinePtr makeSpline(double offset)
   return spline;
 }
 
-OdDbObjectId addBlock(OdDbDatabase* db, const OdChar* name)
+} // namespace
+
+OdDbObjectId kovAddBlock(OdDbDatabase* db, const OdString& name, OdDbEntity* content)
 {
   OdDbBlockTablePtr blocks = db->getBlockTableId().safeOpenObject(OdDb::kForWrite);
   OdDbBlockTableRecordPtr block = OdDbBlockTableRecord::createObject();
-  block->setName(OdString(name));
-  return blocks->add(block);
+  block->setName(name);
+  const OdDbObjectId id = blocks->add(block);
+  if (content)
+    block->appendOdDbEntity(content);
+  return id;
 }
 
-} // namespace
+OdDbObjectId kovAddReference(OdDbDatabase* db, const OdDbObjectId& block)
+{
+  OdDbBlockReferencePtr reference = OdDbBlockReference::createObject();
+  reference->setBlockTableRecord(block);
+  OdDbBlockTableRecordPtr modelSpace = db->getModelSpaceId().safeOpenObject(OdDb::kForWrite);
+  return modelSpace->appendOdDbEntity(reference);
+}
 
 kovSampleDrawing kovBuildSampleDrawing()
 {
@@ -52,11 +63,7 @@ kovSampleDrawing kovBuildSampleDrawing()
   s.erased = modelSpace->appendOdDbEntity(erased);
   erased->erase();
 
-  s.chairBlock = addBlock(db, L"Chair");
-  {
-    OdDbBlockTableRecordPtr chair = s.chairBlock.safeOpenObject(OdDb::kForWrite);
-    chair->appendOdDbEntity(makeSpline(-2.0));
-  }
+  s.chairBlock = kovAddBlock(db, OdString(L"Chair"), makeSpline(-2.0));
   OdDbBlockReferencePtr chairRef = OdDbBlockReference::createObject();
   chairRef->setBlockTableRecord(s.chairBlock);
   chairRef->setBlockTransform(OdGeMatrix3d::rotation(0.5, OdGeVector3d::kZAxis)
@@ -68,14 +75,10 @@ kovSampleDrawing kovBuildSampleDrawing()
   tableRef->setPosition(OdGePoint3d(-20, 5, 0));
   tableRef->setVisibility(OdDb::kInvisible);
   s.tableRef = modelSpace->appendOdDbEntity(tableRef);
-  s.tableBlock = addBlock(db, L"Table");
-  {
-    OdDbBlockTableRecordPtr table = s.tableBlock.safeOpenObject(OdDb::kForWrite);
-    OdDbLightPtr lamp = OdDbLight::createObject();
-    lamp->setPosition(OdGePoint3d(0, 0, 1));
-    lamp->setOn(false);
-    table->appendOdDbEntity(lamp);
-  }
+  OdDbLightPtr lamp = OdDbLight::createObject();
+  lamp->setPosition(OdGePoint3d(0, 0, 1));
+  lamp->setOn(false);
+  s.tableBlock = kovAddBlock(db, OdString(L"Table"), lamp);
   tableRef->setBlockTableRecord(s.tableBlock);
 
   OdDbViewTablePtr views = db->getViewTableId().safeOpenObject(OdDb::kForWrite);
