@@ -65,7 +65,7 @@ Item richItem(kovAnimationTrack* track)
   return item;
 }
 
-TEST(AnimationItemCopies, keepTheSourcesTrackUnlessAssignedToAnItemOfATrack)
+TEST(AnimationItemCopies, keepTheSourcesTrackAndAnyDifferingFieldMakesThemUnequal)
 {
   kovAnimationTrack first, second;
   const Item source = richItem(&first);
@@ -84,10 +84,7 @@ TEST(AnimationItemCopies, keepTheSourcesTrackUnlessAssignedToAnItemOfATrack)
   EXPECT_EQ(target.parent(), &second);
   EXPECT_FALSE(target == source) << "equal fields, different tracks";
   EXPECT_EQ(target.values(), source.values());
-}
 
-TEST(AnimationItemEquality, anyDifferingFieldMakesItemsUnequal)
-{
   kovAnimationTrack track;
   const std::function<void(Item&)> changes[] = {
     [](Item& i) { i.setAnimationType(Item::Scale, OdGePoint3d::kOrigin); },
@@ -213,13 +210,12 @@ TEST(AnimationItemSpecialParameters, takeTheirRangesAndListsFromTheTable)
     double min, max;
     int decimals;
   };
-  const Row rows[] = { { "Time", Item::Number, 0, 24, 2 },          { "Day", Item::Number, 1, 31, 0 },
-                       { "Month", Item::Number, 1, 12, 0 },         { "Year", Item::Number, 1970, 2999, 0 },
-                       { "North", Item::Number, -180, 180, 2 },     { "Longitude", Item::Number, -180, 180, 3 },
-                       { "Latitude", Item::Number, -90, 90, 3 },    { "Visibility", Item::OnOff, 0, 1, 0 },
-                       { "Sky Sequence", Item::Text, 0, 0, 0 },     { "Fov", Item::Number, 1, 179, 2 },
-                       { "Depth Of Field", Item::Number, 0, 10000, 2 }, { "Focus Distance", Item::Number, 0, 10000, 2 },
-                       { "Intensity", Item::Number, 0, 1000000, 2 }, { "Object Animation", Item::Text, 0, 0, 0 } };
+  // A row of each type and of each number of decimals; a field of view
+  // stays short of a half-space.
+  const Row rows[] = { { "Time", Item::Number, 0, 24, 2 },       { "Month", Item::Number, 1, 12, 0 },
+                       { "Latitude", Item::Number, -90, 90, 3 }, { "Visibility", Item::OnOff, 0, 1, 0 },
+                       { "Sky Sequence", Item::Text, 0, 0, 0 },  { "Fov", Item::Number, 1, 179, 2 },
+                       { "Object Animation", Item::Text, 0, 0, 0 } };
   for (const Row& row : rows) {
     Item item;
     item.setValueList(strs({ "stale" }));
@@ -307,23 +303,24 @@ TEST(AnimationItemSplinePaths, rebuildLongPathsAsFitPointsWithTangents)
   EXPECT_EQ(item.values().value(30), sixValue(0, 0, 0, 0, 0, 0)) << "a value of the wrong shape reads as the origin";
 }
 
-class AnimationItemRetiming : public kovDbFixture {
+// Re-timing reads the speed's unit from an animation.
+class AnimationItemRetiming : public kovDbFixtureWith<kovDbAnimation> {
 protected:
   void SetUp() override
   {
-    kovDbFixture::SetUp();
-    kovDbAnimation::rxInit();
+    kovDbFixtureWith::SetUp();
+    animation = kovDbAnimation::createObject();
   }
   void TearDown() override
   {
-    kovDbAnimation::rxUninit();
-    kovDbFixture::TearDown();
+    animation = nullptr;
+    kovDbFixtureWith::TearDown();
   }
+  kovDbAnimationPtr animation;
 };
 
 TEST_F(AnimationItemRetiming, pointsTruncateEachSumAndValuesMoveWithTheirKeys)
 {
-  kovDbAnimationPtr animation = kovDbAnimation::createObject();
   Item item;
   item.setValues({ { 100, pointValue(0, 0, 0) },
                    { 200, pointValue(2, 0, 0) },
@@ -340,7 +337,6 @@ TEST_F(AnimationItemRetiming, pointsTruncateEachSumAndValuesMoveWithTheirKeys)
 
 TEST_F(AnimationItemRetiming, splinesMeasureAlongThePath)
 {
-  kovDbAnimationPtr animation = kovDbAnimation::createObject();
   Item line;
   line.setValues({ { 0, sixValue(0, 0, 0, 0, 0, 0) },
                    { 1, sixValue(1, 0, 0, 0, 0, 0) },
@@ -354,9 +350,8 @@ TEST_F(AnimationItemRetiming, splinesMeasureAlongThePath)
     EXPECT_NEAR(keys[i], expected[i], 1) << i;
 }
 
-TEST_F(AnimationItemRetiming, badSpeedsAndOtherTypesChangeNothing)
+TEST_F(AnimationItemRetiming, badSpeedsAndOtherTypesChangeNothingAndNoKeyframeIsMergedAway)
 {
-  kovDbAnimationPtr animation = kovDbAnimation::createObject();
   Item item;
   const QMap<int, QVariant> values { { 0, pointValue(0, 0, 0) }, { 10, pointValue(5, 0, 0) } };
   item.setValues(values);
@@ -367,19 +362,14 @@ TEST_F(AnimationItemRetiming, badSpeedsAndOtherTypesChangeNothing)
   item.setAnimationType(Item::RotationByAngles, OdGePoint3d::kOrigin);
   EXPECT_FALSE(item.recalcKFTimesByDistance(animation.get(), nullptr, 1.0));
   EXPECT_EQ(item.values(), values);
-}
 
-TEST_F(AnimationItemRetiming, keyframesNearTheEndOfTimeAreNeverMergedAway)
-{
-  kovDbAnimationPtr animation = kovDbAnimation::createObject();
-  Item item;
-  const QMap<int, QVariant> values { { INT_MAX - 2, pointValue(0, 0, 0) },
-                                     { INT_MAX - 1, pointValue(1, 0, 0) },
-                                     { INT_MAX, pointValue(2, 0, 0) } };
-  item.setValues(values);
-  EXPECT_NO_THROW(item.recalcKFTimesByDistance(animation.get(), nullptr, 1.0));
-  EXPECT_EQ(item.values().size(), 3);
-  expectPointNear(item.valueAsPoint(item.values().lastKey(), OdGePoint3d::kOrigin), OdGePoint3d(2, 0, 0));
+  // Keyframes near the end of time are never merged away.
+  Item late;
+  late.setValues({ { INT_MAX - 2, pointValue(0, 0, 0) }, { INT_MAX - 1, pointValue(1, 0, 0) },
+                   { INT_MAX, pointValue(2, 0, 0) } });
+  EXPECT_NO_THROW(late.recalcKFTimesByDistance(animation.get(), nullptr, 1.0));
+  EXPECT_EQ(late.values().size(), 3);
+  expectPointNear(late.valueAsPoint(late.values().lastKey(), OdGePoint3d::kOrigin), OdGePoint3d(2, 0, 0));
 }
 
 } // namespace
@@ -394,39 +384,23 @@ QMap<int, QVariant> keysAt(std::initializer_list<int> keys)
   return values;
 }
 
-class TrackWithDrawing : public kovDbFixture {
+class TrackWithDrawing : public kovDbFixtureWith<kovDbTempBlockReference> {
 protected:
   void SetUp() override
   {
-    kovDbFixture::SetUp();
-    kovDbTempBlockReference::rxInit();
+    kovDbFixtureWith::SetUp();
     drawing = kovBuildSampleDrawing();
     db = drawing.db;
   }
   void TearDown() override
   {
     drawing = kovSampleDrawing();
-    kovDbTempBlockReference::rxUninit();
-    kovDbFixture::TearDown();
+    kovDbFixtureWith::TearDown();
   }
 
-  OdDbObjectId addBlock(const char* name)
-  {
-    OdDbBlockTablePtr blocks = db->getBlockTableId().safeOpenObject(OdDb::kForWrite);
-    OdDbBlockTableRecordPtr block = OdDbBlockTableRecord::createObject();
-    block->setName(odFromQString(str(name)));
-    const OdDbObjectId id = blocks->add(block);
-    block->appendOdDbEntity(OdDbLight::createObject());
-    return id;
-  }
-
-  OdDbObjectId addReference(const OdDbObjectId& block)
-  {
-    OdDbBlockReferencePtr reference = OdDbBlockReference::createObject();
-    reference->setBlockTableRecord(block);
-    OdDbBlockTableRecordPtr modelSpace = db->getModelSpaceId().safeOpenObject(OdDb::kForWrite);
-    return modelSpace->appendOdDbEntity(reference);
-  }
+  // A block of one light.
+  OdDbObjectId addBlock(const char* name) { return kovAddBlock(db, OdString(name), OdDbLight::createObject()); }
+  OdDbObjectId addReference(const OdDbObjectId& block) { return kovAddReference(db, block); }
 
   static OdDbObjectId blockOf(const OdDbObjectId& reference)
   {
@@ -437,41 +411,35 @@ protected:
   kovSampleDrawing drawing;
 };
 
-TEST_F(TrackWithDrawing, kindFollowsTheBoundEntity)
+// The entity wins over the name.
+TEST_F(TrackWithDrawing, kindFollowsTheBoundEntityOrElseTheUniqueName)
 {
   const struct {
     OdDbObjectId id;
+    const char* name;
     const char* kind;
-  } cases[] = { { drawing.light, "ArtificialLight" },
-                { drawing.spline, "Entity" },
-                { drawing.chairRef, "Entity" },
-                { addReference(addBlock("Garden_xBlOcK_Oak")), "Object" },
-                { addReference(addBlock("XBLOCK")), "Object" },
-                { addReference(addBlock("X Block")), "Entity" },
-                { drawing.erased, "" } };
+  } cases[] = { { drawing.light, "Camera", "ArtificialLight" },
+                { drawing.spline, "Camera", "Entity" },
+                { drawing.chairRef, "Camera", "Entity" },
+                { addReference(addBlock("Garden_xBlOcK_Oak")), "Camera", "Object" },
+                { addReference(addBlock("XBLOCK")), "Camera", "Object" },
+                { addReference(addBlock("X Block")), "Camera", "Entity" },
+                { drawing.erased, "Camera", "" },
+                { OdDbObjectId(), "Camera", "Camera" },
+                { OdDbObjectId(), "Environment", "Environment" },
+                { OdDbObjectId(), "camera", "SpawnedObject" },
+                { OdDbObjectId(), "Camera ", "SpawnedObject" },
+                { OdDbObjectId(), "Oak", "SpawnedObject" },
+                { OdDbObjectId(), "", "" } };
   for (const auto& c : cases) {
     kovAnimationTrack track;
-    track.setEntityUniqueName(nullptr, str("Camera")); // the entity wins over the name
+    track.setEntityUniqueName(nullptr, str(c.name));
     track.setEntityId(c.id);
-    EXPECT_EQ(track.trackTypeIdentifier(), str(c.kind)) << c.kind;
+    EXPECT_EQ(track.trackTypeIdentifier(), str(c.kind)) << c.name << " " << c.kind;
   }
   kovAnimationTrack notAnEntity;
   notAnEntity.setEntityId(drawing.chairBlock);
   EXPECT_THROW(notAnEntity.trackTypeIdentifier(), OdError_NotThatKindOfClass);
-}
-
-TEST(TrackKind, followsTheUniqueNameWithoutAnEntity)
-{
-  const struct {
-    const char* name;
-    const char* kind;
-  } cases[] = { { "Camera", "Camera" },           { "Environment", "Environment" }, { "camera", "SpawnedObject" },
-                { "Camera ", "SpawnedObject" },   { "Oak", "SpawnedObject" },       { "", "" } };
-  for (const auto& c : cases) {
-    kovAnimationTrack track;
-    track.setEntityUniqueName(nullptr, str(c.name));
-    EXPECT_EQ(track.trackTypeIdentifier(), str(c.kind)) << c.name;
-  }
 }
 
 TEST(TrackSpan, startsFromZeroForLastAndFromLastForFirst)
@@ -572,7 +540,7 @@ public:
   using kovAnimationTrack::regenerateBlock;
 };
 
-TEST_F(TrackWithDrawing, spawnedObjectShowsItsNamesakeBlockUntilDestroyed)
+TEST_F(TrackWithDrawing, spawnedObjectShowsItsNamesakeBlockAnewWhenForcedUntilDestroyed)
 {
   const OdDbObjectId oak = addBlock("Oak");
   BlockTrack track;
@@ -590,27 +558,27 @@ TEST_F(TrackWithDrawing, spawnedObjectShowsItsNamesakeBlockUntilDestroyed)
   }
   track.regenerateBlock(db, false);
   EXPECT_EQ(track.blockId(), first) << "an existing block is kept unless forced";
+  track.regenerateBlock(db, true);
+  const OdDbObjectId second = track.blockId();
+  ASSERT_FALSE(second.isNull());
+  EXPECT_NE(second, first);
+  EXPECT_TRUE(first.isErased());
+  EXPECT_EQ(blockOf(second), oak);
+  EXPECT_FALSE(oak.isErased()) << "the new reference shows a live block";
 
   track.destroyBlock();
   EXPECT_TRUE(track.blockId().isNull());
-  EXPECT_TRUE(first.isErased());
+  EXPECT_TRUE(second.isErased());
   EXPECT_TRUE(oak.isErased()) << "a spawned subject's block goes with its reference";
   EXPECT_NO_THROW(track.destroyBlock());
 }
 
-TEST_F(TrackWithDrawing, regeneratingReplacesTheReferenceButKeepsTheBlock)
+TEST_F(TrackWithDrawing, onlyASpawnedSubjectWithANamesakeBlockHasOne)
 {
-  const OdDbObjectId oak = addBlock("Oak");
+  addBlock("Oak");
   BlockTrack track;
   track.setEntityUniqueName(db, str("Oak"));
-  const OdDbObjectId first = track.blockId();
-  track.regenerateBlock(db, true);
   ASSERT_FALSE(track.blockId().isNull());
-  EXPECT_NE(track.blockId(), first);
-  EXPECT_TRUE(first.isErased());
-  EXPECT_EQ(blockOf(track.blockId()), oak);
-  EXPECT_FALSE(oak.isErased()) << "the new reference shows a live block";
-
   track.setEntityUniqueName(db, str("Camera"));
   EXPECT_TRUE(track.blockId().isNull());
 

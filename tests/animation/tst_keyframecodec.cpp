@@ -8,6 +8,7 @@
 
 #include "animation/kovAnimationItem.h"
 #include "animation/kovKeyframeCodec.h"
+#include "kovLegacyFiling.h"
 
 #include <QtCore>
 
@@ -127,25 +128,13 @@ template <typename Map> bool sameEntries(const Map& back, const Map& value)
   return true;
 }
 
-std::string typeOf(const QVariant& value)
-{
-  return value.isValid() ? value.typeName() : "invalid";
-}
-
-QByteArray streamed(const QVariant& value)
-{
-  QByteArray bytes;
-  QDataStream out(&bytes, QIODevice::WriteOnly);
-  out << value;
-  return bytes;
-}
-
 void expectRoundTrip(const QVariant& value)
 {
-  SCOPED_TRACE("type " + typeOf(value) + ", bytes " + streamed(value).toHex().left(160).toStdString());
+  SCOPED_TRACE(std::string("type ") + (value.isValid() ? value.typeName() : "invalid") + ", bytes "
+               + kovKeyframeBytes(value).toHex().left(160).toStdString());
   EXPECT_EQ(kovKeyframeCodec::whyNotStorable(value), QString());
   const QByteArray bytes = kovKeyframeCodec::encode(value);
-  EXPECT_EQ(bytes, streamed(value));
+  EXPECT_EQ(bytes, kovKeyframeBytes(value));
   QVariant back;
   ASSERT_TRUE(kovKeyframeCodec::decode(bytes, back));
   EXPECT_TRUE(readsBackAs(back, value));

@@ -34,7 +34,7 @@ OdGeMatrix3d frame(const OdGePoint3d& origin, const OdGeVector3d& x, const OdGeV
   return m;
 }
 
-TEST(TrackValues, averageByIndexNotByMatchCount)
+TEST(TrackValues, averageByIndexAndKeepTheDefaultWhereNoItemTakesPart)
 {
   kovAnimationTrack track;
   track.setStartMillisecond(1000);
@@ -49,15 +49,12 @@ TEST(TrackValues, averageByIndexNotByMatchCount)
   addNumber(third, "Fov", { { 0, 8.0 }, { 100, 8.0 } });
   EXPECT_DOUBLE_EQ(third.computeValueAtMillisecond(str("Fov"), 50, 2.0), (2.0 + 8.0) * 0.5)
       << "a single match at index 2 is averaged with the default";
-}
 
-TEST(TrackValues, keepTheDefaultWhereNoItemTakesPart)
-{
-  kovAnimationTrack track;
-  EXPECT_EQ(track.computeValueAtMillisecond(str("Fov"), 0, 4.0), 4.0);
-  addNumber(track, "Fov", {});
-  addNumber(track, "Fov", { { 1000, 5.0 } }).setParamsType(Item::Point);
-  EXPECT_EQ(track.computeValueAtMillisecond(str("Fov"), 2000, 4.0), 4.0);
+  kovAnimationTrack none;
+  EXPECT_EQ(none.computeValueAtMillisecond(str("Fov"), 0, 4.0), 4.0);
+  addNumber(none, "Fov", {});
+  addNumber(none, "Fov", { { 1000, 5.0 } }).setParamsType(Item::Point);
+  EXPECT_EQ(none.computeValueAtMillisecond(str("Fov"), 2000, 4.0), 4.0);
 
   kovAnimationTrack late;
   addNumber(late, "Fov", { { 1000, 5.0 }, { 2000, 6.0 } });
@@ -123,32 +120,26 @@ OdGeMatrix3d turn(int axis, double degrees)
   return m;
 }
 
-TEST(TrackRotation, turnsAboutXThenYThenZAfterMovingToTheKeyframesPoint)
+TEST(TrackRotation, turnsByAnglesOrLooksFromTheBaseTowardTheTarget)
 {
   Item item;
   item.setAnimationType(Item::RotationByAngles, OdGePoint3d::kOrigin);
   item.setValue(0, sixValue(1, 2, 3, 30, 45, 60));
-  OdGeMatrix3d move;
-  move(0, 3) = 1;
-  move(1, 3) = 2;
-  move(2, 3) = 3;
-  expectMatrixNear(item.tranformAtMillisecond(0, OdGePoint3d::kOrigin), turn(2, 60) * turn(1, 45) * turn(0, 30) * move);
+  const OdGeMatrix3d turned = turn(2, 60) * turn(1, 45) * turn(0, 30);
+  expectMatrixNear(item.tranformAtMillisecond(0, OdGePoint3d::kOrigin),
+                   turned * OdGeMatrix3d::translation(OdGeVector3d(1, 2, 3)));
   expectMatrixNear(item.tranformAtMillisecond(1, OdGePoint3d::kOrigin), OdGeMatrix3d::kIdentity);
 
   // The track carries the turned X axis; the roll about it is not carried.
   kovAnimationTrack track;
   addItem(track, Item::RotationByAngles, { { 0, sixValue(0, 0, 0, 30, 45, 60) } });
-  const OdGeMatrix3d r = track.computeRotationAtMillisecond(0, OdGePoint3d::kOrigin);
-  const OdGeMatrix3d expected = turn(2, 60) * turn(1, 45) * turn(0, 30);
-  expectVectorNear(r.getCsXAxis(), expected.getCsXAxis());
-}
+  expectVectorNear(track.computeRotationAtMillisecond(0, OdGePoint3d::kOrigin).getCsXAxis(), turned.getCsXAxis());
 
-TEST(TrackRotation, looksFromTheBaseTowardTheTarget)
-{
-  kovAnimationTrack track;
-  addItem(track, Item::RotationToTarget, { { 0, sixValue(0, 0, 0, 5, 5, 0) } });
-  expectMatrixNear(track.computeRotationAtMillisecond(0, { 5, 5, 0 }), OdGeMatrix3d::kIdentity);
-  const OdGeMatrix3d r = track.computeRotationAtMillisecond(0, { 5, 0, 0 });
+  // Turning toward a target.
+  kovAnimationTrack aiming;
+  addItem(aiming, Item::RotationToTarget, { { 0, sixValue(0, 0, 0, 5, 5, 0) } });
+  expectMatrixNear(aiming.computeRotationAtMillisecond(0, { 5, 5, 0 }), OdGeMatrix3d::kIdentity);
+  const OdGeMatrix3d r = aiming.computeRotationAtMillisecond(0, { 5, 0, 0 });
   expectVectorNear(r.getCsXAxis(), { 0, 1, 0 });
   expectVectorNear(r.getCsYAxis(), { -1, 0, 0 });
 
