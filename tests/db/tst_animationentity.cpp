@@ -18,7 +18,9 @@
 #include "Gi/OdGiWorldDrawRecorder.h"
 #include "Rx/OdRxDictionary.h"
 #include "kovAnimationDbFixture.h"
+#include "kovAnimationTestValues.h"
 #include "kovFilingSamples.h"
+#include "kovSampleDrawing.h"
 
 #include <QCoreApplication>
 #include <QVariantList>
@@ -28,10 +30,7 @@
 
 namespace {
 
-QString str(const char* text)
-{
-  return QString::fromUtf8(text);
-}
+using Item = kovAnimationItem;
 
 class AnimationEntity : public kovAnimationDbFixture {
 protected:
@@ -107,9 +106,9 @@ TEST_F(AnimationEntity, totalDurationIsTheLatestTrackEnd)
     for (const Track& t : c.tracks) {
       const kovAnimationTrackPtr track = addTrack(owner.get(), "T", t.start);
       for (const auto& keys : t.items) {
-        track->addElement();
+        Item& item = addItem(*track, Item::Scale, {});
         for (int key : keys)
-          track->elementAt(track->numElements() - 1).setValue(key, 1.0);
+          item.setValue(key, 1.0);
       }
     }
     EXPECT_EQ(owner->totalDurationMs(), c.expected);
@@ -128,8 +127,7 @@ TEST_F(AnimationEntity, copyingDuplicatesTracksAndRebindsCuts)
   first->setEntityUniqueName(nullptr, str("Camera"));
   first->setDescription(str("eye"));
   first->setBlockMatrix(OdGeMatrix3d::scaling(2.0));
-  first->addElement();
-  first->elementAt(0).setValue(10, 2.5);
+  addItem(*first, Item::Scale, { { 10, 2.5 } });
   const kovAnimationTrackPtr second = addTrack(animation.get(), "Second");
   animation->editTracks().push_back(kovAnimationTrackPtr());
   kovCameraCut cut;
@@ -172,12 +170,11 @@ TEST_F(AnimationEntity, copiedTracksKeepTheirDependentKeyframesUpToDate)
 {
   const kovAnimationTrackPtr walker = addTrack(animation.get(), "Walker");
   walker->setEntityUniqueName(nullptr, str("Oak"));
-  walker->addElement();
-  walker->elementAt(0).setValues({ { 0, QVariantList { 0.0, 0.0, 0.0 } }, { 10, QVariantList { 1.0, 0.0, 0.0 } } });
+  addItem(*walker, Item::LocationByPoints, { { 0, pointValue(0, 0, 0) }, { 10, pointValue(1, 0, 0) } });
   kovDbAnimationPtr target = kovDbAnimation::createObject();
   animation->copyContent(target.get());
   // An object walking by speed is re-timed by its path as soon as it changes.
-  target->editTracks()[0]->elementAt(0).setValue(10, QVariantList { 3.0, 4.0, 0.0 });
+  target->editTracks()[0]->elementAt(0).setValue(10, pointValue(3, 4, 0));
   EXPECT_EQ(target->constTracks()[0]->elementAt(0).values().lastKey(), 5000);
 }
 
@@ -206,18 +203,9 @@ TEST_F(AnimationEntity, selectionOutOfRangeGivesNull)
 
 TEST_F(AnimationEntity, erasingTakesTheTracksBlocksWithIt)
 {
-  {
-    OdDbBlockTablePtr blocks = db->getBlockTableId().safeOpenObject(OdDb::kForWrite);
-    OdDbBlockTableRecordPtr block = OdDbBlockTableRecord::createObject();
-    block->setName(OdString(L"Oak"));
-    blocks->add(block);
-    block->appendOdDbEntity(OdDbLight::createObject());
-  }
-  OdDbObjectId id;
-  {
-    OdDbBlockTableRecordPtr modelSpace = db->getModelSpaceId().safeOpenObject(OdDb::kForWrite);
-    id = modelSpace->appendOdDbEntity(animation);
-  }
+  kovAddBlock(db, OdString(L"Oak"), OdDbLight::createObject());
+  const OdDbObjectId id = OdDbBlockTableRecordPtr(db->getModelSpaceId().safeOpenObject(OdDb::kForWrite))
+                            ->appendOdDbEntity(animation);
   const kovAnimationTrackPtr oak = addTrack(animation.get(), "Oak");
   oak->setEntityUniqueName(db, str("Oak"));
   const OdDbObjectId reference = oak->blockId();
@@ -248,23 +236,14 @@ protected:
 
     kovAnimationTrackPtr camera(new kovAnimationTrack);
     camera->setEntityUniqueName(nullptr, QStringLiteral("Camera"));
-    camera->addElement();
-    kovAnimationItem& path = camera->elementAt(0);
-    path.setAnimationType(kovAnimationItem::LocationBySpline, OdGePoint3d::kOrigin);
-    QMap<int, QVariant> keys;
-    keys.insert(0, QVariantList { 0.0, 0.0, 2.0, 1.0, 0.0, 0.0 });
-    keys.insert(1000, QVariantList { 10.0, 5.0, 2.0, 0.0, 0.0, 0.0 });
-    keys.insert(2000, QVariantList { 20.0, 0.0, 2.0, 0.0, 0.0, 0.0 });
-    path.setValues(keys);
+    addItem(*camera, Item::LocationBySpline,
+            { { 0, sixValue(0, 0, 2, 1, 0, 0) }, { 1000, sixValue(10, 5, 2, 0, 0, 0) },
+              { 2000, sixValue(20, 0, 2, 0, 0, 0) } });
 
     kovAnimationTrackPtr walker(new kovAnimationTrack);
     walker->setEntityUniqueName(nullptr, QStringLiteral("Walker"));
-    walker->addElement();
-    walker->elementAt(0).setValue(0, QVariantList { 0.0, -3.0, 0.0 });
-    walker->elementAt(0).setValue(500, QVariantList { 4.0, -3.0, 0.0 });
-    walker->addElement();
-    walker->elementAt(1).setAnimationType(kovAnimationItem::Scale, OdGePoint3d::kOrigin);
-    walker->elementAt(1).setValue(0, 2.0);
+    addItem(*walker, Item::LocationByPoints, { { 0, pointValue(0, -3, 0) }, { 500, pointValue(4, -3, 0) } });
+    addItem(*walker, Item::Scale, { { 0, 2.0 } });
 
     animation->editTracks() = { camera, walker };
     animation->setCurrentPosition(0);
@@ -294,7 +273,7 @@ int countOf(const std::vector<OdGiPrimitiveRecord>& records, OdGiPrimitiveRecord
 
 } // namespace
 
-TEST_F(AnimationViewport, drawsEveryPathAndAnIconPerSubject)
+TEST_F(AnimationViewport, drawsEveryPathAndAnIconPerSubjectUnlessHidden)
 {
   const std::vector<OdGiPrimitiveRecord> records = drawn();
   // Two paths and the camera's line of sight; one icon per track.
@@ -324,15 +303,12 @@ TEST_F(AnimationViewport, drawsEveryPathAndAnIconPerSubject)
     ++cameraIcons;
   }
   EXPECT_EQ(cameraIcons, 1);
-}
 
-TEST_F(AnimationViewport, hiddenGizmosDrawNothing)
-{
   animation->hideAnimationGizmos() = true;
   EXPECT_TRUE(drawn().empty());
 }
 
-TEST_F(AnimationViewport, gripsStandOnEveryPathKeyframe)
+TEST_F(AnimationViewport, gripsStandOnEveryPathKeyframeAndMoveItOnly)
 {
   OdGePoint3dArray grips;
   ASSERT_EQ(animation->getGripPoints(grips), eOk);
@@ -340,10 +316,7 @@ TEST_F(AnimationViewport, gripsStandOnEveryPathKeyframe)
   ASSERT_EQ(grips.size(), expected.size());
   for (unsigned i = 0; i < grips.size(); ++i)
     EXPECT_TRUE(grips[i].isEqualTo(expected[i])) << i;
-}
 
-TEST_F(AnimationViewport, movingAGripMovesItsKeyframeOnly)
-{
   OdIntArray indices { 1, 4 };
   ASSERT_EQ(animation->moveGripPointsAt(indices, OdGeVector3d(0, 0, 3)), eOk);
   const kovAnimationItem& path = animation->constTracks()[0]->elementAt(0);
@@ -351,10 +324,8 @@ TEST_F(AnimationViewport, movingAGripMovesItsKeyframeOnly)
   EXPECT_EQ(path.values().value(0).toList(), (QVariantList { 0.0, 0.0, 2.0, 1.0, 0.0, 0.0 }));
   EXPECT_EQ(animation->constTracks()[1]->elementAt(0).values().value(500).toList(),
             (QVariantList { 4.0, -3.0, 3.0 }));
-}
 
-TEST_F(AnimationViewport, gripIndexOutOfRangeMovesNothing)
-{
+  // An index beyond the grips refuses the whole move.
   const QMap<int, QVariant> before = animation->constTracks()[0]->elementAt(0).values();
   for (int bad : { -1, 5, 1000 }) {
     OdIntArray indices { 0, bad };
@@ -559,9 +530,7 @@ TEST_F(AnimationScene, cameraTrackDrivesTheViewAndDepthOfField)
 {
   kovAnimationTrack track;
   track.setEntityUniqueName(db, QStringLiteral("Camera"));
-  track.addElement();
-  track.elementAt(0).setValue(0, QVariantList { 0.0, 0.0, 2.0 });
-  track.elementAt(0).setValue(1000, QVariantList { 10.0, 0.0, 2.0 });
+  addItem(track, Item::LocationByPoints, { { 0, pointValue(0, 0, 2) }, { 1000, pointValue(10, 0, 2) } });
   for (const auto& parameter : { std::make_pair("Fov", 45.0), std::make_pair("Focus Distance", 12.0),
                                  std::make_pair("Depth Of Field", 3.0) }) {
     track.addElement();
