@@ -43,6 +43,13 @@ class tst_CommandLine : public QObject {
 private:
   QString transcript() const { return m_window->commandLine()->history()->toPlainText(); }
   kovCommandLineWidget* commandLine() const { return m_window->commandLine(); }
+  // Runs the full line, shows the whole path and finds its middle point on the screen.
+  bool showPath(QPointF& onPath)
+  {
+    typeLine(commandLine(), kFullLine);
+    m_window->viewport()->zoomExtents();
+    return m_window->viewport()->projection().project(OdGePoint3d(20.0, 10.0, 1.8), onPath);
+  }
 
   std::unique_ptr<kovMainWindow> m_window;
 
@@ -154,17 +161,14 @@ private slots:
     typeLine(commandLine(), QStringLiteral("list"));
     typeLine(commandLine(), QStringLiteral("nosuchcommand"));
     typeLine(commandLine(), QStringLiteral("nosuchcommand"));
-    QTest::keyClick(input, Qt::Key_Up);
-    QCOMPARE(input->text(), QStringLiteral("nosuchcommand"));
-    QTest::keyClick(input, Qt::Key_Up);
-    QCOMPARE(input->text(), QStringLiteral("list"));
-    QTest::keyClick(input, Qt::Key_Up);
-    QCOMPARE(input->text(), QStringLiteral("list"));
-    QTest::keyClick(input, Qt::Key_Down);
-    QCOMPARE(input->text(), QStringLiteral("nosuchcommand"));
-    QTest::keyClick(input, Qt::Key_Down);
-    QCOMPARE(input->text(), QString());
-    QTest::keyClick(input, Qt::Key_Up);
+    // The line typed twice is recalled once; past the oldest line Up stays.
+    const std::pair<Qt::Key, const char*> steps[] = { { Qt::Key_Up, "nosuchcommand" }, { Qt::Key_Up, "list" },
+                                                      { Qt::Key_Up, "list" },           { Qt::Key_Down, "nosuchcommand" },
+                                                      { Qt::Key_Down, "" },             { Qt::Key_Up, "nosuchcommand" } };
+    for (const auto& step : steps) {
+      QTest::keyClick(input, step.first);
+      QCOMPARE(input->text(), QString::fromLatin1(step.second));
+    }
     QTest::keyClick(input, Qt::Key_Return);
     QCOMPARE(transcript().count(QStringLiteral("Unknown command \"nosuchcommand\".")), 3);
   }
@@ -254,12 +258,10 @@ private slots:
 
   void clickSelectsShowsAndAnnouncesTheEntity()
   {
-    typeLine(commandLine(), kFullLine);
+    QPointF onPath;
+    QVERIFY(showPath(onPath));
     const OdDbObjectId animation = entitiesOfClass(QStringLiteral("kovDbAnimation")).first();
     kovViewportWidget* viewport = m_window->viewport();
-    viewport->zoomExtents();
-    QPointF onPath;
-    QVERIFY(viewport->projection().project(OdGePoint3d(20.0, 10.0, 1.8), onPath));
     RefreshCounter counter;
     app().registerRefreshEvents(QStringLiteral("<event-refresh:selection_changed>"), &counter);
 
@@ -279,11 +281,9 @@ private slots:
 
   void dragOrbitsInsteadOfSelecting()
   {
-    typeLine(commandLine(), kFullLine);
-    kovViewportWidget* viewport = m_window->viewport();
-    viewport->zoomExtents();
     QPointF onPath;
-    QVERIFY(viewport->projection().project(OdGePoint3d(20.0, 10.0, 1.8), onPath));
+    QVERIFY(showPath(onPath));
+    kovViewportWidget* viewport = m_window->viewport();
     const kovViewCamera before = services().viewSystem()->viewCamera(0);
     QTest::mousePress(viewport, Qt::LeftButton, Qt::NoModifier, onPath.toPoint());
     QMouseEvent move(QEvent::MouseMove, onPath + QPointF(60, 0), Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);

@@ -11,8 +11,8 @@
 #include "polymesh/kovDbPolygonMesh.h"
 #include "scene/kovDbBlockAnimation.h"
 
-#include "Db/OdDbBlockTable.h"
 #include "Rx/OdRxDictionary.h"
+#include "kovSampleDrawing.h"
 
 #include <QTemporaryDir>
 
@@ -159,10 +159,7 @@ private slots:
   void theLibraryListsABlocksAnimationsAndPosesItsParts()
   {
     OdDbDatabase* db = app().currentDatabase();
-    OdDbBlockTablePtr blocks = db->getBlockTableId().safeOpenObject(OdDb::kForWrite);
-    OdDbBlockTableRecordPtr door = OdDbBlockTableRecord::createObject();
-    door->setName(OdString(L"Door xblock"));
-    blocks->add(door.get());
+    OdDbBlockTableRecordPtr door = kovAddBlock(db, OdString(L"Door xblock")).safeOpenObject(OdDb::kForWrite);
     for (const wchar_t* name : { L"Open", L"Close" }) {
       kovDbBlockAnimation::Key from;
       kovDbBlockAnimation::Key to;
