@@ -6,7 +6,7 @@ set -euo pipefail
 packages=(
   build-essential cmake ninja-build git pkg-config
   qtbase5-dev qtbase5-dev-tools libqt5opengl5-dev
-  libocct-foundation-dev libocct-modeling-data-dev libocct-modeling-algorithms-dev libocct-data-exchange-dev libtbb-dev
+  libocct-foundation-dev libocct-modeling-data-dev libocct-modeling-algorithms-dev libocct-data-exchange-dev libocct-visualization-dev libtbb-dev
   libassimp-dev
   libgtest-dev libgmock-dev
   ffmpeg xvfb xauth

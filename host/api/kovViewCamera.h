@@ -11,6 +11,11 @@ struct kovViewCamera {
   OdGeVector3d up { 0.0, 0.0, 1.0 };
   // Vertical field of view, degrees.
   double fieldOfView = 60.0;
+  // Depth of field, for the engines that have it: a thin lens of lensRadius
+  // (drawing units) focused at focusDistance from the eye (0: at the target).
+  bool depthOfField = false;
+  double focusDistance = 0.0;
+  double lensRadius = 0.0;
 };
 
 #endif

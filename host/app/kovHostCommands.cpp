@@ -93,7 +93,9 @@ kovHostCommands::kovHostCommands()
                                 static_cast<OdEdCommand*>(&m_box), static_cast<OdEdCommand*>(&m_sphere),
                                 static_cast<OdEdCommand*>(&m_cylinder), static_cast<OdEdCommand*>(&m_plane),
                                 static_cast<OdEdCommand*>(&m_block), static_cast<OdEdCommand*>(&m_insert),
-                                static_cast<OdEdCommand*>(&m_importScene) })
+                                static_cast<OdEdCommand*>(&m_importScene), static_cast<OdEdCommand*>(&m_render),
+                                static_cast<OdEdCommand*>(&m_view), static_cast<OdEdCommand*>(&m_visualStyle),
+                                static_cast<OdEdCommand*>(&m_sun) })
     stack->addCommand(command);
 }
 

@@ -4,6 +4,7 @@
 #include "host/app/kovBlockCommand.h"
 #include "host/app/kovHostNamedCommand.h"
 #include "host/app/kovImportSceneCommand.h"
+#include "host/app/kovRenderCommand.h"
 #include "host/app/kovSceneCommand.h"
 
 #include "Rx/OdStaticRxObject.h"
@@ -34,6 +35,10 @@ private:
   OdStaticRxObject<kovBlockCommand> m_block { L"block" };
   OdStaticRxObject<kovBlockCommand> m_insert { L"insert" };
   OdStaticRxObject<kovImportSceneCommand> m_importScene { L"importscene" };
+  OdStaticRxObject<kovRenderCommand> m_render { L"render" };
+  OdStaticRxObject<kovRenderCommand> m_view { L"view" };
+  OdStaticRxObject<kovRenderCommand> m_visualStyle { L"visualstyle" };
+  OdStaticRxObject<kovRenderCommand> m_sun { L"sun" };
 };
 
 #endif

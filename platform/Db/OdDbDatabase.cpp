@@ -2,10 +2,13 @@
 
 #include "Db/OdDbBlockTable.h"
 #include "Db/OdDbBlockTableRecord.h"
+#include "Db/OdDbDatabaseReactor.h"
 #include "Db/OdDbFileWriter.h"
 #include "Db/OdDbStub.h"
 #include "Db/OdDbViewTable.h"
 #include "Rx/OdError.h"
+
+#include <algorithm>
 
 ODRX_DEFINE_MEMBERS2(OdDbDatabase, OdRxObject, OdDbDatabase::pseudoConstructor, 0, 0, 0, OdString(L"OdDbDatabase"),
                      OdString::kEmpty, OdString::kEmpty, 0)
@@ -19,6 +22,7 @@ OdRxObjectPtr OdDbDatabase::pseudoConstructor()
 
 OdDbDatabase::~OdDbDatabase()
 {
+  notify([this](OdDbDatabaseReactor* reactor) { reactor->goodbye(this); });
   // Objects someone still holds outlive the database: they become objects
   // outside any database, writable and without an id.
   for (OdDbStub& stub : m_stubs) {
@@ -87,6 +91,7 @@ OdDbObjectId OdDbDatabase::addOdDbObject(OdDbObject* object, OdDbObjectId ownerI
   // An object nobody else holds has no opener to wait for.
   if (object->numRefs() == 1)
     object->m_openMode = OdDb::kNotOpen;
+  notify([this, object](OdDbDatabaseReactor* reactor) { reactor->objectAppended(this, object); });
   return OdDbObjectId(stub);
 }
 
@@ -94,4 +99,23 @@ void OdDbDatabase::writeFile(const OdString& path)
 {
   OdDbFileWriter::writeFile(this, path);
   m_filename = path;
+}
+
+void OdDbDatabase::addReactor(OdDbDatabaseReactor* pReactor)
+{
+  if (pReactor && std::find(m_reactors.begin(), m_reactors.end(), pReactor) == m_reactors.end())
+    m_reactors.push_back(pReactor);
+}
+
+void OdDbDatabase::removeReactor(OdDbDatabaseReactor* pReactor)
+{
+  m_reactors.erase(std::remove(m_reactors.begin(), m_reactors.end(), pReactor), m_reactors.end());
+}
+
+void OdDbDatabase::notify(const std::function<void(OdDbDatabaseReactor*)>& call) const
+{
+  // A reactor may remove itself while it is told: walk a copy.
+  const std::vector<OdDbDatabaseReactor*> reactors = m_reactors;
+  for (OdDbDatabaseReactor* reactor : reactors)
+    call(reactor);
 }

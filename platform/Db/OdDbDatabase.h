@@ -7,8 +7,11 @@
 #include "Rx/OdRxClass.h"
 
 #include <deque>
+#include <functional>
 #include <unordered_map>
+#include <vector>
 
+class OdDbDatabaseReactor;
 class OdDbObject;
 
 // A drawing: the objects it holds, by handle, and its root tables.
@@ -54,6 +57,12 @@ public:
   // The file the drawing was last read from or saved to; empty for a new one.
   const OdString& getFilename() const { return m_filename; }
 
+  // Reactors hear of every object appended, modified (closed after a write
+  // open) and erased; they are held weakly and told goodbye when the database
+  // goes. Adding one twice adds it once.
+  void addReactor(OdDbDatabaseReactor* pReactor);
+  void removeReactor(OdDbDatabaseReactor* pReactor);
+
   // Saves the drawing to path, atomically: the previous file stays as it was
   // unless the save succeeds. Raises OdError with a message naming the file.
   void writeFile(const OdString& path);
@@ -64,6 +73,8 @@ private:
 
   OdDbDatabase() = default;
   void createDefaultTables();
+  friend class OdDbObject;
+  void notify(const std::function<void(OdDbDatabaseReactor*)>& call) const;
   OdDbStub* newStub(const OdDbHandle& handle);
 
   // Stubs at fixed addresses (a deque never moves its elements on append),
@@ -76,6 +87,7 @@ private:
   OdDbObjectId m_modelSpaceId;
   OdUInt16 m_currentColorIndex = 256;
   OdString m_filename;
+  std::vector<OdDbDatabaseReactor*> m_reactors;
 };
 
 typedef OdSmartPtr<OdDbDatabase> OdDbDatabasePtr;

@@ -1,5 +1,7 @@
 #include "Db/OdDbObject.h"
 
+#include "Db/OdDbDatabase.h"
+#include "Db/OdDbDatabaseReactor.h"
 #include "Db/OdDbDwgFiler.h"
 #include "Db/OdDbStub.h"
 #include "Rx/OdError.h"
@@ -69,8 +71,11 @@ OdResult OdDbObject::erase(bool erasing)
   if (m_pStub->erased == erasing)
     return erasing ? eWasErased : eWasNotErased;
   const OdResult res = subErase(erasing);
-  if (res == eOk)
+  if (res == eOk) {
     m_pStub->erased = erasing;
+    const OdDbDatabase* db = m_pStub->database;
+    db->notify([db, this, erasing](OdDbDatabaseReactor* reactor) { reactor->objectErased(db, this, erasing); });
+  }
   return res;
 }
 
@@ -95,9 +100,14 @@ void OdDbObject::release()
   // Two references left means this one is the last opener's: the other is the
   // database's own.
   if (m_pStub && m_openMode != OdDb::kNotOpen && numRefs() == 2) {
+    const bool written = m_openMode == OdDb::kForWrite;
     OdRxObject::release();
     m_openMode = OdDb::kNotOpen;
     subClose();
+    if (written) {
+      const OdDbDatabase* db = m_pStub->database;
+      db->notify([db, this](OdDbDatabaseReactor* reactor) { reactor->objectModified(db, this); });
+    }
     return;
   }
   OdRxObject::release();

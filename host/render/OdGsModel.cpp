@@ -1,0 +1,260 @@
+#include "host/render/OdGsModel.h"
+
+#include "host/render/kovOcctConvert.h"
+#include "host/render/kovRenderLog.h"
+
+#include "Db/OdDbBlockTableRecord.h"
+#include "Db/OdDbDatabase.h"
+#include "Db/OdDbEntity.h"
+#include "Db/OdDbObjectIterator.h"
+#include "Gi/OdGiWorldDrawRecorder.h"
+
+OdGsModel::OdGsModel(const Handle(AIS_InteractiveContext)& context)
+  : m_context(context)
+{
+}
+
+OdGsModel::~OdGsModel()
+{
+  setDatabase(nullptr);
+}
+
+void OdGsModel::setDatabase(OdDbDatabase* db)
+{
+  if (m_db == db)
+    return;
+  if (m_db)
+    m_db->removeReactor(this);
+  clear();
+  m_db = db;
+  if (!m_db)
+    return;
+  m_db->addReactor(this);
+  m_modelSpace = m_db->getModelSpaceId();
+  m_allDirty = true;
+}
+
+void OdGsModel::clear()
+{
+  for (const auto& shown : m_shown)
+    m_context->Remove(shown.second, false);
+  m_shown.clear();
+  m_lights.clear();
+  m_dirty.clear();
+  m_transforms.clear();
+  m_bakedTransforms.clear();
+  m_allDirty = false;
+  m_modelSpace.setNull();
+  ++m_revision;
+}
+
+void OdGsModel::invalidate(const OdDbObjectId& id)
+{
+  if (id.isNull())
+    m_allDirty = true;
+  else
+    m_dirty.insert(id);
+}
+
+bool OdGsModel::update()
+{
+  if (!m_db || (!m_allDirty && m_dirty.empty()))
+    return false;
+  if (m_allDirty) {
+    m_allDirty = false;
+    m_dirty.clear();
+    std::set<OdDbObjectId> stale;
+    for (const auto& shown : m_shown)
+      stale.insert(shown.first);
+    for (const auto& light : m_lights)
+      stale.insert(light.first);
+    OdDbBlockTableRecordPtr space = OdDbBlockTableRecord::cast(m_modelSpace.openObject().get());
+    for (OdDbObjectIteratorPtr it = space.isNull() ? OdDbObjectIteratorPtr() : space->newIterator();
+         !it.isNull() && !it->done(); it->step()) {
+      stale.erase(it->objectId());
+      vectorize(it->objectId());
+    }
+    for (const OdDbObjectId& id : stale)
+      remove(id);
+  } else {
+    const std::set<OdDbObjectId> dirty = std::move(m_dirty);
+    m_dirty.clear();
+    for (const OdDbObjectId& id : dirty)
+      vectorize(id);
+  }
+  ++m_revision;
+  return true;
+}
+
+void OdGsModel::vectorize(const OdDbObjectId& id)
+{
+  OdDbObjectPtr object = id.openObject(OdDb::kForRead);
+  OdDbEntityPtr entity = OdDbEntity::cast(object.get());
+  if (entity.isNull() || entity->ownerId() != m_modelSpace) {
+    remove(id);
+    return;
+  }
+  if (OdDbLight* light = OdDbLight::cast(entity.get()).get()) {
+    remove(id);
+    if (light->isOn() && entity->visibility() == OdDb::kVisible)
+      m_lights[id] = Light { light->lightType(), light->position(), light->targetLocation(), light->intensity() };
+    return;
+  }
+  OdGiWorldDrawRecorder recorder;
+  const auto transform = m_transforms.find(id);
+  const bool baked = transform != m_transforms.end() && m_bakedTransforms.count(id);
+  if (baked)
+    recorder.pushModelTransform(transform->second);
+  // One entity that cannot draw must not take the rest of the scene with it.
+  try {
+    entity->worldDraw(&recorder);
+  } catch (const OdError& error) {
+    qCWarning(lcRender) << "entity" << odToQString(id.getHandle().ascii())
+                        << "failed to draw:" << odToQString(error.description());
+  }
+  if (recorder.records().empty()) {
+    remove(id);
+    return;
+  }
+  Handle(kovGsPresentation) presentation = new kovGsPresentation(id, recorder.records());
+  auto shown = m_shown.find(id);
+  if (shown != m_shown.end()) {
+    m_context->Remove(shown->second, false);
+    shown->second = presentation;
+  } else {
+    m_shown.emplace(id, presentation);
+  }
+  m_context->Display(presentation, m_mode, 0, false);
+  place(id);
+}
+
+void OdGsModel::remove(const OdDbObjectId& id)
+{
+  const auto shown = m_shown.find(id);
+  if (shown != m_shown.end()) {
+    m_context->Remove(shown->second, false);
+    m_shown.erase(shown);
+  }
+  m_lights.erase(id);
+}
+
+void OdGsModel::place(const OdDbObjectId& id)
+{
+  const auto shown = m_shown.find(id);
+  if (shown == m_shown.end())
+    return;
+  const auto transform = m_transforms.find(id);
+  gp_Trsf trsf;
+  if (transform == m_transforms.end() || m_bakedTransforms.count(id))
+    m_context->SetLocation(shown->second, TopLoc_Location());
+  else if (kovOcct::similarity(transform->second, trsf))
+    m_context->SetLocation(shown->second, TopLoc_Location(trsf));
+}
+
+void OdGsModel::setSubjectTransforms(const std::map<OdDbObjectId, OdGeMatrix3d>& transforms)
+{
+  std::set<OdDbObjectId> touched;
+  for (const auto& old : m_transforms)
+    touched.insert(old.first);
+  for (const auto& now : transforms)
+    touched.insert(now.first);
+  bool changed = false;
+  for (const OdDbObjectId& id : touched) {
+    const auto was = m_transforms.find(id);
+    const auto now = transforms.find(id);
+    if (was != m_transforms.end() && now != transforms.end() && was->second == now->second)
+      continue;
+    changed = true;
+    gp_Trsf trsf;
+    const bool bakedBefore = m_bakedTransforms.erase(id) > 0;
+    const bool bakeNow = now != transforms.end() && !kovOcct::similarity(now->second, trsf);
+    if (now == transforms.end())
+      m_transforms.erase(id);
+    else
+      m_transforms[id] = now->second;
+    if (bakeNow)
+      m_bakedTransforms.insert(id);
+    if (bakeNow || bakedBefore)
+      m_dirty.insert(id);
+    else
+      place(id);
+  }
+  if (changed)
+    ++m_revision;
+}
+
+void OdGsModel::setDisplayMode(kovGsPresentation::DisplayMode mode)
+{
+  if (mode == m_mode)
+    return;
+  m_mode = mode;
+  for (const auto& shown : m_shown)
+    m_context->SetDisplayMode(shown.second, mode, false);
+  ++m_revision;
+}
+
+OdDbObjectId OdGsModel::entityOf(const Handle(AIS_InteractiveObject)& object) const
+{
+  Handle(kovGsPresentation) presentation = Handle(kovGsPresentation)::DownCast(object);
+  return presentation.IsNull() ? OdDbObjectId() : presentation->entityId();
+}
+
+Bnd_Box OdGsModel::extents() const
+{
+  Bnd_Box box;
+  for (const auto& shown : m_shown) {
+    Bnd_Box own = shown.second->worldBox();
+    if (!own.IsVoid())
+      box.Add(own.Transformed(shown.second->LocalTransformation()));
+  }
+  return box;
+}
+
+size_t OdGsModel::triangleCount() const
+{
+  size_t count = 0;
+  for (const auto& shown : m_shown)
+    count += shown.second->triangleCount();
+  return count;
+}
+
+std::vector<OdGsModel::Light> OdGsModel::lights() const
+{
+  std::vector<Light> out;
+  for (const auto& light : m_lights)
+    out.push_back(light.second);
+  return out;
+}
+
+void OdGsModel::changed(const OdDbObject* object)
+{
+  if (!object)
+    return;
+  if (object->ownerId() == m_modelSpace)
+    m_dirty.insert(object->objectId());
+  else if (OdDbEntity::cast(object).get())
+    m_allDirty = true;
+}
+
+void OdGsModel::objectAppended(const OdDbDatabase*, const OdDbObject* pDbObj)
+{
+  changed(pDbObj);
+}
+
+void OdGsModel::objectModified(const OdDbDatabase*, const OdDbObject* pDbObj)
+{
+  changed(pDbObj);
+}
+
+void OdGsModel::objectErased(const OdDbDatabase*, const OdDbObject* pDbObj, bool)
+{
+  changed(pDbObj);
+}
+
+void OdGsModel::goodbye(const OdDbDatabase* pDb)
+{
+  if (pDb == m_db) {
+    clear();
+    m_db = nullptr;
+  }
+}
