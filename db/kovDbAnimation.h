@@ -3,6 +3,8 @@
 
 #include "db/kovCameraCut.h"
 
+#include "host/api/IkovAnimatedScene.h"
+
 #include "Db/OdDbEntity.h"
 
 #include <QString>
@@ -77,6 +79,10 @@ public:
   // Looks through the camera track at the current position: eye, target,
   // field of view and depth of field.
   void updateCurrentView(const kovAnimationTrack* track) const;
+  // What the animation shows at the current position: its subjects where
+  // their tracks put them, the sun and sky, and the camera of the selected
+  // cut's track (else the selected track, else the first camera track).
+  IkovAnimatedScene::Frame sceneFrame() const;
 
   // Draws the icons' pixels once (module start) and lets them go (module end).
   static void initializeGlobalObjects();

@@ -8,6 +8,7 @@
 
 #include "Db/OdDbEntity.h"
 #include "Ed/OdEdCommandStack.h"
+#include "Rx/OdRxDictionary.h"
 #include "Rx/OdRxDynamicLinker.h"
 
 #include <QApplication>
@@ -71,11 +72,13 @@ void kovAnimationModule::initApp()
   for (OdEdCommand& command : m_commands)
     commands->addCommand(&command);
 
+  odrxSysRegistry()->putAt(OdString(IkovAnimatedScene::serviceId()), &m_scene);
   createAnimationEditor();
 }
 
 void kovAnimationModule::uninitApp()
 {
+  odrxSysRegistry()->remove(OdString(IkovAnimatedScene::serviceId()));
   OdEdCommandStackPtr commands = odedRegCmds();
   for (const OdEdCommand& command : m_commands)
     commands->removeCmd(command.groupName(), command.globalName());

@@ -1,6 +1,7 @@
 #ifndef KOV_ANIMATION_MODULE_H
 #define KOV_ANIMATION_MODULE_H
 
+#include "module/kovAnimatedScene.h"
 #include "module/kovAnimationCommands.h"
 
 #include "Db/OdDbObjectId.h"
@@ -51,6 +52,8 @@ private:
     { L"animationcreate", &kovAnimationCommands::createAnimation },
     { L"animationcameracreate", &kovAnimationCommands::createCameraAnimation },
   };
+  // Published to the host while the module runs.
+  OdStaticRxObject<kovAnimatedScene> m_scene;
   QPointer<QDockWidget> m_dockWidget;
   OdRxModulePtr m_dbModule;
 };

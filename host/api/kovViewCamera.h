@@ -16,6 +16,14 @@ struct kovViewCamera {
   bool depthOfField = false;
   double focusDistance = 0.0;
   double lensRadius = 0.0;
+
+  bool operator==(const kovViewCamera& other) const
+  {
+    return eye == other.eye && target == other.target && up == other.up && fieldOfView == other.fieldOfView
+           && depthOfField == other.depthOfField && focusDistance == other.focusDistance
+           && lensRadius == other.lensRadius;
+  }
+  bool operator!=(const kovViewCamera& other) const { return !(*this == other); }
 };
 
 #endif

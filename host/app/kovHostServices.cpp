@@ -3,6 +3,7 @@
 #include "host/app/kovHostAppProps.h"
 #include "host/app/kovHostConsole.h"
 #include "host/app/kovHostEntityLibrary.h"
+#include "host/app/kovHostPhysicsRender.h"
 #include "host/app/kovHostPropSystem.h"
 #include "host/app/kovHostViewSystem.h"
 
@@ -25,12 +26,13 @@ kovHostServices::kovHostServices()
   , m_propSystem(publish(new kovHostPropSystem))
   , m_appProps(publish(new kovHostAppProps))
   , m_entityLibrary(publish(new kovHostEntityLibrary))
+  , m_physicsRender(publish(new kovHostPhysicsRender(*m_viewSystem)))
 {
 }
 
 kovHostServices::~kovHostServices()
 {
   for (const OdChar* id : { IkovViewSystem::serviceId(), IkovConsole::serviceId(), IkovPropSystem::serviceId(),
-                            IkovAppProps::serviceId(), kovOdDbEx::serviceId() })
+                            IkovAppProps::serviceId(), kovOdDbEx::serviceId(), IkovPhysicsRender::serviceId() })
     odrxSysRegistry()->remove(OdString(id));
 }

@@ -4,6 +4,7 @@
 class kovHostAppProps;
 class kovHostConsole;
 class kovHostEntityLibrary;
+class kovHostPhysicsRender;
 class kovHostPropSystem;
 class kovHostViewSystem;
 
@@ -19,6 +20,7 @@ public:
   kovHostViewSystem* viewSystem() const { return m_viewSystem; }
   kovHostConsole* console() const { return m_console; }
   kovHostPropSystem* propSystem() const { return m_propSystem; }
+  kovHostPhysicsRender* physicsRender() const { return m_physicsRender; }
 
 private:
   kovHostViewSystem* m_viewSystem;
@@ -26,6 +28,7 @@ private:
   kovHostPropSystem* m_propSystem;
   kovHostAppProps* m_appProps;
   kovHostEntityLibrary* m_entityLibrary;
+  kovHostPhysicsRender* m_physicsRender;
 };
 
 #endif

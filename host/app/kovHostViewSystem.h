@@ -43,9 +43,17 @@ public:
   void setLighting(const kovSkyModel::Lighting& lighting);
   const kovSkyModel::Lighting& lighting() const { return m_lighting; }
 
-  // The device, made on first use, showing db; null, with the reason in
-  // error, when no display or OpenGL context can be had.
+  // The device, made on first use, showing db as its animation has it at
+  // its current position; null, with the reason in error, when no display or
+  // OpenGL context can be had.
   OdGsDevice* device(OdDbDatabase* db, QString& error);
+
+  // The offscreen view of db's viewport at size, in the viewport's camera and
+  // the given style, that pictures are rendered in; its path-traced passes go on
+  // accumulating from call to call while nothing changes. Null, with the
+  // reason in error, when the size is out of range or there is no device.
+  kovRenderView* offscreenView(OdDbDatabase* db, int viewport, const QSize& size, kovRenderView::VisualStyle style,
+                               QString& error);
 
   // The picture of db's viewport at size, drawn by its engine with samples
   // passes when it path traces. A null image, with the reason in error, when
@@ -57,6 +65,8 @@ signals:
   void refreshed(const OdDbObjectId& id);
 
 private:
+  void applyAnimatedScene(OdDbDatabase* db);
+
   int m_active = 0;
   QMap<int, kovViewCamera> m_cameras;
   QMap<int, kovRenderView::VisualStyle> m_styles;

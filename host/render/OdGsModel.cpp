@@ -1,5 +1,6 @@
 #include "host/render/OdGsModel.h"
 
+#include "host/render/kovGsPosedDraw.h"
 #include "host/render/kovOcctConvert.h"
 #include "host/render/kovRenderLog.h"
 
@@ -41,8 +42,9 @@ void OdGsModel::clear()
   m_shown.clear();
   m_lights.clear();
   m_dirty.clear();
-  m_transforms.clear();
-  m_bakedTransforms.clear();
+  m_subjects.clear();
+  m_baked.clear();
+  m_hidden.clear();
   m_allDirty = false;
   m_modelSpace.setNull();
   ++m_revision;
@@ -100,14 +102,21 @@ void OdGsModel::vectorize(const OdDbObjectId& id)
       m_lights[id] = Light { light->lightType(), light->position(), light->targetLocation(), light->intensity() };
     return;
   }
+  if (m_hidden.count(id)) {
+    remove(id);
+    return;
+  }
   OdGiWorldDrawRecorder recorder;
-  const auto transform = m_transforms.find(id);
-  const bool baked = transform != m_transforms.end() && m_bakedTransforms.count(id);
+  const auto subject = m_subjects.find(id);
+  const bool baked = subject != m_subjects.end() && m_baked.count(id);
   if (baked)
-    recorder.pushModelTransform(transform->second);
+    recorder.pushModelTransform(subject->second.transform);
   // One entity that cannot draw must not take the rest of the scene with it.
   try {
-    entity->worldDraw(&recorder);
+    if (baked)
+      kovGsDrawPosed(*entity, recorder, subject->second.nodes);
+    else
+      entity->worldDraw(&recorder);
   } catch (const OdError& error) {
     qCWarning(lcRender) << "entity" << odToQString(id.getHandle().ascii())
                         << "failed to draw:" << odToQString(error.description());
@@ -143,44 +152,63 @@ void OdGsModel::place(const OdDbObjectId& id)
   const auto shown = m_shown.find(id);
   if (shown == m_shown.end())
     return;
-  const auto transform = m_transforms.find(id);
+  const auto subject = m_subjects.find(id);
   gp_Trsf trsf;
-  if (transform == m_transforms.end() || m_bakedTransforms.count(id))
+  if (subject == m_subjects.end() || m_baked.count(id))
     m_context->SetLocation(shown->second, TopLoc_Location());
-  else if (kovOcct::similarity(transform->second, trsf))
+  else if (kovOcct::similarity(subject->second.transform, trsf))
     m_context->SetLocation(shown->second, TopLoc_Location(trsf));
 }
 
-void OdGsModel::setSubjectTransforms(const std::map<OdDbObjectId, OdGeMatrix3d>& transforms)
+void OdGsModel::setSubjects(const std::vector<IkovAnimatedScene::Subject>& subjects,
+                            const std::vector<OdDbObjectId>& hidden)
 {
+  std::map<OdDbObjectId, const IkovAnimatedScene::Subject*> now;
+  for (const IkovAnimatedScene::Subject& subject : subjects)
+    now[subject.entity] = &subject;
   std::set<OdDbObjectId> touched;
-  for (const auto& old : m_transforms)
+  for (const auto& old : m_subjects)
     touched.insert(old.first);
-  for (const auto& now : transforms)
-    touched.insert(now.first);
-  bool changed = false;
+  for (const auto& subject : now)
+    touched.insert(subject.first);
+  const unsigned before = m_revision;
   for (const OdDbObjectId& id : touched) {
-    const auto was = m_transforms.find(id);
-    const auto now = transforms.find(id);
-    if (was != m_transforms.end() && now != transforms.end() && was->second == now->second)
-      continue;
-    changed = true;
-    gp_Trsf trsf;
-    const bool bakedBefore = m_bakedTransforms.erase(id) > 0;
-    const bool bakeNow = now != transforms.end() && !kovOcct::similarity(now->second, trsf);
-    if (now == transforms.end())
-      m_transforms.erase(id);
-    else
-      m_transforms[id] = now->second;
-    if (bakeNow)
-      m_bakedTransforms.insert(id);
-    if (bakeNow || bakedBefore)
-      m_dirty.insert(id);
-    else
-      place(id);
+    const auto subject = now.find(id);
+    setSubject(id, subject == now.end() ? nullptr : subject->second);
   }
-  if (changed)
+  const std::set<OdDbObjectId> nowHidden(hidden.begin(), hidden.end());
+  if (nowHidden != m_hidden) {
+    for (const OdDbObjectId& id : m_hidden)
+      m_dirty.insert(id);
+    for (const OdDbObjectId& id : nowHidden)
+      m_dirty.insert(id);
+    m_hidden = nowHidden;
     ++m_revision;
+  }
+  if (m_revision != before)
+    m_revision = before + 1;
+}
+
+void OdGsModel::setSubject(const OdDbObjectId& id, const IkovAnimatedScene::Subject* subject)
+{
+  const auto was = m_subjects.find(id);
+  if (was != m_subjects.end() && subject && was->second.transform == subject->transform
+      && was->second.nodes == subject->nodes)
+    return;
+  gp_Trsf trsf;
+  const bool bakedBefore = m_baked.erase(id) > 0;
+  const bool bakeNow = subject && (!subject->nodes.isEmpty() || !kovOcct::similarity(subject->transform, trsf));
+  if (subject)
+    m_subjects[id] = *subject;
+  else
+    m_subjects.erase(id);
+  if (bakeNow)
+    m_baked.insert(id);
+  if (bakeNow || bakedBefore)
+    m_dirty.insert(id);
+  else
+    place(id);
+  ++m_revision;
 }
 
 void OdGsModel::setDisplayMode(kovGsPresentation::DisplayMode mode)

@@ -3,6 +3,8 @@
 
 #include "host/render/kovGsPresentation.h"
 
+#include "host/api/IkovAnimatedScene.h"
+
 #include "Db/OdDbDatabaseReactor.h"
 #include "Db/OdDbLight.h"
 #include "Db/OdDbObjectId.h"
@@ -22,10 +24,9 @@ class OdDbDatabase;
 // modified or erased since; a change inside a block definition redraws the
 // entities of model space, since any of them may show the block.
 //
-// Animated subjects are placed by transforms given from outside
-// (setSubjectTransforms): a rigid motion with uniform scale moves the
-// presentation as it is; any other transform vectorizes the entity again
-// through it.
+// Animated subjects are placed from outside (setSubjects): a rigid motion with
+// uniform scale moves the presentation as it is; any other transform, or a
+// pose of the block's nodes, vectorizes the entity again through it.
 class OdGsModel : public OdDbDatabaseReactor {
 public:
   struct Light {
@@ -52,8 +53,10 @@ public:
   void setDisplayMode(kovGsPresentation::DisplayMode mode);
   kovGsPresentation::DisplayMode displayMode() const { return m_mode; }
 
-  // Where the animated subjects stand now; entities not named stand as drawn.
-  void setSubjectTransforms(const std::map<OdDbObjectId, OdGeMatrix3d>& transforms);
+  // Where the animated subjects stand now and which entities the animation
+  // hides; entities not named stand as drawn.
+  void setSubjects(const std::vector<IkovAnimatedScene::Subject>& subjects,
+                   const std::vector<OdDbObjectId>& hidden = {});
 
   // The entity a presentation shows; null for any other object.
   OdDbObjectId entityOf(const Handle(AIS_InteractiveObject)& object) const;
@@ -81,6 +84,7 @@ private:
   void vectorize(const OdDbObjectId& id);
   void remove(const OdDbObjectId& id);
   void place(const OdDbObjectId& id);
+  void setSubject(const OdDbObjectId& id, const IkovAnimatedScene::Subject* subject);
   void clear();
 
   Handle(AIS_InteractiveContext) m_context;
@@ -90,9 +94,10 @@ private:
   std::map<OdDbObjectId, Light> m_lights;
   std::set<OdDbObjectId> m_dirty;
   bool m_allDirty = false;
-  std::map<OdDbObjectId, OdGeMatrix3d> m_transforms;
-  // Subjects whose transform could not move the presentation: drawn through it.
-  std::set<OdDbObjectId> m_bakedTransforms;
+  std::map<OdDbObjectId, IkovAnimatedScene::Subject> m_subjects;
+  // Subjects whose pose could not move the presentation: drawn through it.
+  std::set<OdDbObjectId> m_baked;
+  std::set<OdDbObjectId> m_hidden;
   kovGsPresentation::DisplayMode m_mode = kovGsPresentation::Shaded;
   unsigned m_revision = 0;
 };

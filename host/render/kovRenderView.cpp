@@ -78,6 +78,8 @@ bool kovRenderView::setSize(const QSize& size)
 
 void kovRenderView::setCamera(const kovViewCamera& camera)
 {
+  if (camera == m_camera)
+    return;
   m_camera = camera;
   m_changed = true;
 }

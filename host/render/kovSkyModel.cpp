@@ -82,7 +82,8 @@ kovSkyModel::Preset kovSkyModel::presetNamed(const QString& name)
     Preset preset;
   } words[] = { { "clear", Preset::Clear },   { "cumulus", Preset::Cumulus }, { "overcast", Preset::Overcast },
                 { "rain", Preset::Rainy },    { "storm", Preset::Rainy },     { "fog", Preset::Foggy },
-                { "mist", Preset::Foggy } };
+                { "mist", Preset::Foggy },    { "stratus", Preset::Overcast }, { "layer", Preset::Overcast },
+                { "nimbo", Preset::Rainy } };
   int best = -1;
   Preset found = Preset::Clear;
   for (const auto& w : words) {

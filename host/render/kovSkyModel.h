@@ -40,8 +40,9 @@ public:
   static Period periodAt(double elevationDegrees);
 
   // The preset a sky sequence name asks for: "Clear", "Cumulus",
-  // "Overcast", "Rainy" (also "Rain", "Storm") or "Foggy" ("Fog", "Mist"),
-  // by the first of these words it holds, in any case; Clear for anything else.
+  // "Overcast" (also "Stratus", "Layer"), "Rainy" (also "Rain", "Storm",
+  // "Nimbo") or "Foggy" ("Fog", "Mist"), by the first of these words it holds,
+  // in any case; Clear for anything else.
   static Preset presetNamed(const QString& name);
 
   // toSun need not be unit length; a zero vector stands for the zenith.

@@ -3,6 +3,7 @@
 // the viewport: paths, icons, grips, extents, moving it as a whole; and the
 // scene around playback: saving and restoring a viewport's view, named views
 // of camera cuts, and looking through a camera track.
+#include "animation/kovOdDbEx.h"
 #include "db/kovAnimationIcons.h"
 #include "db/kovDbAnimation.h"
 #include "db/kovDbTempBlockReference.h"
@@ -17,6 +18,7 @@
 #include "Db/OdDbViewTableRecord.h"
 #include "Gi/OdGiWorldDrawRecorder.h"
 #include "Rx/OdRxDictionary.h"
+#include "Rx/OdStaticRxObject.h"
 #include "kovAnimationDbFixture.h"
 #include "kovAnimationTestValues.h"
 #include "kovFilingSamples.h"
@@ -543,7 +545,12 @@ TEST_F(AnimationScene, cameraTrackDrivesTheViewAndDepthOfField)
 
   const kovViewCamera shown = views->cameras.value(0);
   EXPECT_TRUE(shown.eye.isEqualTo(OdGePoint3d(5, 0, 2), OdGeTol(1e-9)));
-  EXPECT_TRUE(shown.target.isEqualTo(OdGePoint3d(6, 0, 2), OdGeTol(1e-9)));
+  // It looks at the focus distance, where the thin lens focuses; the lens
+  // blurs the edges of the focal region by a thousandth of a radian.
+  EXPECT_TRUE(shown.target.isEqualTo(OdGePoint3d(11, 0, 2), OdGeTol(1e-9)));
+  EXPECT_TRUE(shown.depthOfField);
+  EXPECT_DOUBLE_EQ(shown.focusDistance, 6.0);
+  EXPECT_NEAR(shown.lensRadius * 1.5 / (2.0 * 6.0 * 6.0), 0.001, 1e-12);
   EXPECT_TRUE(shown.up.isEqualTo(OdGeVector3d::kZAxis, OdGeTol(1e-9)));
   // Parameters after a track's first sub-track are averaged with the value
   // they default to, as every value of a track is: the view's 60 degrees, and
@@ -565,6 +572,112 @@ TEST_F(AnimationScene, valuesTheTrackDoesNotAnimateKeepTheHostsSettings)
   EXPECT_DOUBLE_EQ(views->cameras[0].fieldOfView, 33.0);
   EXPECT_DOUBLE_EQ(s_host->settings.value(QStringLiteral("Camera/DepthOfFieldFocalDistance")).toDouble(), 7.5);
   EXPECT_FALSE(s_host->settings.value(QStringLiteral("Camera/DepthOfFieldEnaled")).toBool());
+}
+
+namespace {
+
+// A library whose one subject holds one clip, "Spin", that moves the node
+// "Wheel" by a metre per second of the clip.
+class TestLibrary : public kovOdDbEx {
+public:
+  QStringList libraryBlockNames(OdDbDatabase*) const override { return {}; }
+  QStringList animationNames(OdDbDatabase*, const QString&) const override { return { QStringLiteral("Spin") }; }
+  OdDbObjectId blockDefinition(OdDbDatabase*, const QString&) const override { return OdDbObjectId(); }
+  OdDbObjectId entityByName(OdDbDatabase*, const QString&) const override { return OdDbObjectId(); }
+  QMap<QString, OdGeMatrix3d> nestedTransforms(OdDbDatabase*, const QString& subject, const QString& clip,
+                                               int ms) const override
+  {
+    if (subject != QLatin1String("Cart") || clip != QLatin1String("Spin"))
+      return {};
+    return { { QStringLiteral("Wheel"), OdGeMatrix3d::translation(OdGeVector3d(ms / 1000.0, 0, 0)) } };
+  }
+};
+
+kovAnimationItem& addParameter(kovAnimationTrack& track, const char* name, const QMap<int, QVariant>& values)
+{
+  track.addElement();
+  kovAnimationItem& item = track.elementAt(track.numElements() - 1);
+  kovAnimationItem::setSpecialCustomParamType(item, str(name));
+  item.setValues(values);
+  return item;
+}
+
+} // namespace
+
+TEST_F(AnimationScene, frameMovesHidesAndPosesTheSubjectsFromWhereTheyStandAtTheFirstKeyframe)
+{
+  OdStaticRxObject<TestLibrary> library;
+  odrxSysRegistry()->putAt(OdString(kovOdDbEx::serviceId()), &library);
+  const OdDbObjectId post = kovAddReference(db, kovAddBlock(db, OdString(L"Post")));
+  auto track = kovAnimationTrackPtr(new kovAnimationTrack);
+  track->setEntityId(post);
+  track->setEntityUniqueName(db, QStringLiteral("Cart"));
+  track->setStartMillisecond(1000);
+  addItem(*track, Item::LocationByPoints, { { 0, pointValue(2, 0, 0) }, { 1000, pointValue(12, 0, 0) } });
+  addParameter(*track, "Visibility", { { 0, true }, { 800, false } });
+  addParameter(*track, "Object Animation", { { 200, QStringLiteral("Spin") } });
+  animation->editTracks().push_back(track);
+
+  struct Case {
+    int ms;
+    bool hidden;
+    double moved;
+    double wheel;
+  };
+  for (const Case& c : { Case { 1000, false, 0.0, 0.0 }, Case { 1500, false, 5.0, 0.3 }, Case { 1900, true, 0, 0 } }) {
+    SCOPED_TRACE(c.ms);
+    animation->setCurrentPosition(c.ms);
+    const IkovAnimatedScene::Frame frame = animation->sceneFrame();
+    EXPECT_EQ(frame.hidden.size(), c.hidden ? 1u : 0u);
+    if (c.hidden) {
+      EXPECT_EQ(frame.hidden.front(), post);
+      EXPECT_TRUE(frame.subjects.empty());
+      continue;
+    }
+    // Before the clip starts the subject stands as drawn, so it is no subject.
+    ASSERT_EQ(frame.subjects.size(), c.ms > 1200 ? 1u : 0u);
+    if (frame.subjects.empty())
+      continue;
+    const IkovAnimatedScene::Subject& subject = frame.subjects.front();
+    EXPECT_EQ(subject.entity, post);
+    expectMatrixNear(subject.transform, OdGeMatrix3d::translation(OdGeVector3d(c.moved, 0, 0)));
+    expectMatrixNear(subject.nodes.value(QStringLiteral("Wheel")), OdGeMatrix3d::translation(OdGeVector3d(c.wheel, 0, 0)));
+  }
+  odrxSysRegistry()->remove(OdString(kovOdDbEx::serviceId()));
+}
+
+TEST_F(AnimationScene, frameTakesTheSunAndSkyFromTheEnvironmentAndLooksThroughTheCamera)
+{
+  auto environment = kovAnimationTrackPtr(new kovAnimationTrack);
+  environment->setEntityUniqueName(db, QStringLiteral("Environment"));
+  // The clock first, so that it is not averaged with the present time as the
+  // later parameters of a track are; date and place are the present day in
+  // Rome, where the sun is down at half past midnight and up at half past
+  // noon all year.
+  addParameter(*environment, "Time", { { 0, 0.5 }, { 1000, 12.5 } });
+  addParameter(*environment, "Sky Sequence", { { 0, QStringLiteral("Cumulus") }, { 600, QStringLiteral("Rainy") } });
+  auto camera = kovAnimationTrackPtr(new kovAnimationTrack);
+  camera->setEntityUniqueName(db, QStringLiteral("Camera"));
+  addItem(*camera, Item::LocationByPoints, { { 0, pointValue(0, 0, 2) }, { 1000, pointValue(0, 10, 2) } });
+  animation->editTracks().push_back(environment);
+  animation->editTracks().push_back(camera);
+
+  struct Case {
+    int ms;
+    bool sunUp;
+    const char* sky;
+  };
+  for (const Case& c : { Case { 0, false, "Cumulus" }, Case { 1000, true, "Rainy" } }) {
+    SCOPED_TRACE(c.ms);
+    animation->setCurrentPosition(c.ms);
+    const IkovAnimatedScene::Frame frame = animation->sceneFrame();
+    ASSERT_TRUE(frame.hasSun);
+    EXPECT_NEAR(frame.toSun.length(), 1.0, 1e-9);
+    EXPECT_EQ(frame.toSun.z > 0.0, c.sunUp);
+    EXPECT_EQ(frame.sky, str(c.sky));
+    ASSERT_TRUE(frame.hasCamera);
+    EXPECT_TRUE(frame.camera.eye.isEqualTo(OdGePoint3d(0, c.ms / 100.0, 2), OdGeTol(1e-9)));
+  }
 }
 
 #include "tst_animationentity.moc"
