@@ -39,7 +39,7 @@ int kovHostPhysicsRender::passesDone(OdDbDatabase* db)
     kovRenderView* view = tracingView(m_views, db, m_size);
     if (!view)
       return 0;
-    if (view->passes() < m_maxPasses || view->passes() == 0)
+    if (view->passes() < m_maxPasses || !view->isCurrent())
       view->redraw();
     return view->passes();
   } catch (const Standard_Failure& failure) {

@@ -154,6 +154,14 @@ void kovRenderView::applyStyle()
   m_drawnLighting = ~0u;
 }
 
+bool kovRenderView::isCurrent()
+{
+  m_device.model().setDisplayMode(displayModeOf(m_style));
+  m_device.update();
+  return !m_changed && m_passes > 0 && m_device.revision() == m_drawnRevision
+         && m_device.lightingRevision() == m_drawnLighting;
+}
+
 void kovRenderView::redraw()
 {
   m_device.model().setDisplayMode(displayModeOf(m_style));

@@ -48,6 +48,9 @@ public:
   // Draws one frame, the model brought up to date first.
   void redraw();
   int passes() const { return m_passes; }
+  // Whether the picture shows what is to be shown now: false after a change
+  // that the next redraw starts the passes again for.
+  bool isCurrent();
   // Draws until the picture has samples passes (one frame for the
   // rasterized styles) and returns it; a null image when the engine fails.
   QImage render(int samples = 1);

@@ -3,8 +3,9 @@
 // what the camera's projection and the sun predict.
 
 #include "kovHostTestEnvironment.h"
+#include "kovPixels.h"
+#include "kovScriptedCommands.h"
 
-#include "host/app/kovCommandRunner.h"
 #include "host/app/kovViewProjection.h"
 
 #include "Db/OdDbEntity.h"
@@ -20,49 +21,6 @@ Q_DECLARE_METATYPE(OdGePoint3d)
 namespace {
 
 const QSize kSize(160, 120);
-
-double luminance(QRgb c)
-{
-  return 0.2126 * qRed(c) + 0.7152 * qGreen(c) + 0.0722 * qBlue(c);
-}
-
-bool isRed(QRgb c)
-{
-  return qRed(c) > 60 && qRed(c) > 2 * qGreen(c) && qRed(c) > 2 * qBlue(c);
-}
-
-// The centre of the red pixels; (-1, -1) when there are none.
-QPointF redCentroid(const QImage& image)
-{
-  double x = 0.0, y = 0.0;
-  int n = 0;
-  for (int j = 0; j < image.height(); ++j) {
-    for (int i = 0; i < image.width(); ++i) {
-      if (isRed(image.pixel(i, j))) {
-        x += i + 0.5;
-        y += j + 0.5;
-        ++n;
-      }
-    }
-  }
-  return n ? QPointF(x / n, y / n) : QPointF(-1, -1);
-}
-
-// Mean luminance over a square of pixels around p.
-double meanAround(const QImage& image, const QPointF& p, int half = 3)
-{
-  double sum = 0.0;
-  int n = 0;
-  for (int j = int(p.y()) - half; j <= int(p.y()) + half; ++j) {
-    for (int i = int(p.x()) - half; i <= int(p.x()) + half; ++i) {
-      if (image.rect().contains(i, j)) {
-        sum += luminance(image.pixel(i, j));
-        ++n;
-      }
-    }
-  }
-  return n ? sum / n : 0.0;
-}
 
 // How much neighbouring pixels of a flat patch differ: the path tracer's noise.
 double roughness(const QImage& image, const QRect& patch)
@@ -84,13 +42,9 @@ class tst_Render : public QObject {
   Q_OBJECT
 
 private:
-  QString m_transcript;
-  std::unique_ptr<kovCommandRunner> m_runner;
+  ScriptedCommands m_commands;
 
-  void run(const QString& line)
-  {
-    QVERIFY2(m_runner->run(line), qPrintable(m_transcript));
-  }
+  void run(const QString& line) { QVERIFY2(m_commands.run(line), qPrintable(m_commands.transcript)); }
 
   kovHostViewSystem* views() { return services().viewSystem(); }
 
@@ -123,13 +77,7 @@ private:
 private slots:
   void init()
   {
-    app().setDatabase(OdDbDatabase::createObject(), QString());
-    m_transcript.clear();
-    kovInteractiveUserIO::FrontEnd frontEnd;
-    frontEnd.output = [this](const QString& line) { m_transcript += line + QLatin1Char('\n'); };
-    frontEnd.prompt = [](const QString&) {};
-    frontEnd.selection = [] { return OdDbObjectIdArray(); };
-    m_runner = std::make_unique<kovCommandRunner>(app(), kovInteractiveUserIO::createObject(frontEnd, nullptr));
+    m_commands.restart();
     views()->setVisualStyle(0, kovRenderView::VisualStyle::Shaded);
     run(QStringLiteral("sun 215 40 Clear"));
   }
@@ -233,8 +181,8 @@ private slots:
     QFETCH(QString, line);
     QFETCH(QString, message);
     QDir::setCurrent(QDir::tempPath());
-    m_runner->run(line);
-    QVERIFY2(m_transcript.contains(message), qPrintable(m_transcript));
+    m_commands.run(line);
+    QVERIFY2(m_commands.transcript.contains(message), qPrintable(m_commands.transcript));
   }
 };
 

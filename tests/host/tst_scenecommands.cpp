@@ -4,8 +4,8 @@
 // nothing; the entity library's answers about a block's animations.
 
 #include "kovHostTestEnvironment.h"
+#include "kovScriptedCommands.h"
 
-#include "host/app/kovCommandRunner.h"
 
 #include "animation/kovOdDbEx.h"
 #include "polymesh/kovDbPolygonMesh.h"
@@ -22,20 +22,11 @@ class tst_SceneCommands : public QObject {
   Q_OBJECT
 
 private:
-  QString m_transcript;
-  std::unique_ptr<kovCommandRunner> m_runner;
+  ScriptedCommands m_commands;
+  QString& m_transcript = m_commands.transcript;
 
 private slots:
-  void init()
-  {
-    app().setDatabase(OdDbDatabase::createObject(), QString());
-    m_transcript.clear();
-    kovInteractiveUserIO::FrontEnd frontEnd;
-    frontEnd.output = [this](const QString& line) { m_transcript += line + QLatin1Char('\n'); };
-    frontEnd.prompt = [](const QString&) {};
-    frontEnd.selection = [] { return OdDbObjectIdArray(); };
-    m_runner = std::make_unique<kovCommandRunner>(app(), kovInteractiveUserIO::createObject(frontEnd, nullptr));
-  }
+  void init() { m_commands.restart(); }
 
   void addsAMeshOfTheShapeAndColourAsked_data()
   {
@@ -59,7 +50,7 @@ private slots:
     QFETCH(QString, report);
     QFETCH(int, colorIndex);
     QFETCH(QString, surfaceColor);
-    QVERIFY2(m_runner->run(line), qPrintable(m_transcript));
+    QVERIFY2(m_commands.run(line), qPrintable(m_transcript));
     QVERIFY2(m_transcript.contains(report), qPrintable(m_transcript));
     const OdDbObjectIdArray meshes = entitiesOfClass(QStringLiteral("kovDbPolygonMesh"));
     QCOMPARE(int(meshes.size()), 1);
@@ -73,13 +64,13 @@ private slots:
 
   void blockGathersEntitiesAndInsertPlacesCopies()
   {
-    QVERIFY(m_runner->run(QStringLiteral("plane 100,100,0 1 1 2")));
-    QVERIFY(m_runner->run(QStringLiteral("box 0,0,0 4,3,2 1")));
-    QVERIFY(m_runner->run(QStringLiteral("sphere 10,0,2 1.5 3")));
+    QVERIFY(m_commands.run(QStringLiteral("plane 100,100,0 1 1 2")));
+    QVERIFY(m_commands.run(QStringLiteral("box 0,0,0 4,3,2 1")));
+    QVERIFY(m_commands.run(QStringLiteral("sphere 10,0,2 1.5 3")));
     // "Last" takes the newest entity not taken yet: the sphere, then the box.
-    QVERIFY2(m_runner->run(QStringLiteral("block House 2,0,0 Last L \"\"")), qPrintable(m_transcript));
+    QVERIFY2(m_commands.run(QStringLiteral("block House 2,0,0 Last L \"\"")), qPrintable(m_transcript));
     QCOMPARE(int(entitiesOfClass(QStringLiteral("kovDbPolygonMesh")).size()), 1);
-    QVERIFY2(m_runner->run(QStringLiteral("insert House 20,0,0 2 90")), qPrintable(m_transcript));
+    QVERIFY2(m_commands.run(QStringLiteral("insert House 20,0,0 2 90")), qPrintable(m_transcript));
     const OdDbObjectIdArray references = entitiesOfClass(QStringLiteral("OdDbBlockReference"));
     QCOMPARE(int(references.size()), 2);
     OdGeExtents3d where;
@@ -111,10 +102,10 @@ private slots:
   {
     QFETCH(QString, line);
     QFETCH(QString, message);
-    QVERIFY(m_runner->run(QStringLiteral("box 0,0,0 1,1,1 1")));
-    QVERIFY(m_runner->run(QStringLiteral("block House 0,0,0 Last \"\"")));
-    QVERIFY(m_runner->run(QStringLiteral("box 5,5,5 1,1,1 1")));
-    QVERIFY(!m_runner->run(line));
+    QVERIFY(m_commands.run(QStringLiteral("box 0,0,0 1,1,1 1")));
+    QVERIFY(m_commands.run(QStringLiteral("block House 0,0,0 Last \"\"")));
+    QVERIFY(m_commands.run(QStringLiteral("box 5,5,5 1,1,1 1")));
+    QVERIFY(!m_commands.run(line));
     QVERIFY2(m_transcript.contains(message), qPrintable(m_transcript));
     QCOMPARE(int(entitiesOfClass(QStringLiteral("kovDbPolygonMesh")).size()), 1);
     QCOMPARE(int(entitiesOfClass(QStringLiteral("OdDbBlockReference")).size()), 1);
@@ -151,7 +142,7 @@ private slots:
     QVERIFY(out.open(QIODevice::WriteOnly));
     out.write(content);
     out.close();
-    QCOMPARE(m_runner->run(QStringLiteral("importscene %1 %2").arg(out.fileName(), options)), adds);
+    QCOMPARE(m_commands.run(QStringLiteral("importscene %1 %2").arg(out.fileName(), options)), adds);
     QVERIFY2(m_transcript.contains(report), qPrintable(m_transcript));
     QCOMPARE(int(entitiesOfClass(QStringLiteral("OdDbBlockReference")).size()), adds ? 1 : 0);
   }
@@ -173,8 +164,8 @@ private slots:
     OdRxObjectPtr service = odrxSysRegistry()->getAt(OdString(kovOdDbEx::serviceId()));
     const kovOdDbEx* library = static_cast<const kovOdDbEx*>(service.get());
     QVERIFY(library);
-    QVERIFY(m_runner->run(QStringLiteral("box 0,0,0 1,1,1 1")));
-    QVERIFY(m_runner->run(QStringLiteral("block \"Bench XBlock\" 0,0,0 Last \"\"")));
+    QVERIFY(m_commands.run(QStringLiteral("box 0,0,0 1,1,1 1")));
+    QVERIFY(m_commands.run(QStringLiteral("block \"Bench XBlock\" 0,0,0 Last \"\"")));
     QCOMPARE(library->libraryBlockNames(db), (QStringList { QStringLiteral("Bench XBlock"), QStringLiteral("Door xblock") }));
     QCOMPARE(library->animationNames(db, QStringLiteral("Door xblock")), (QStringList { QStringLiteral("Open"), QStringLiteral("Close") }));
     QVERIFY(library->animationNames(db, QStringLiteral("Window xblock")).isEmpty());
