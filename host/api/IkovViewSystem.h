@@ -4,8 +4,10 @@
 #include "host/api/kovViewCamera.h"
 
 #include "Db/OdDbObjectId.h"
+#include "Gi/OdGiRasterImage.h"
 #include "Rx/OdRxObject.h"
 
+#include <QSize>
 #include <QString>
 
 class OdDbDatabase;
@@ -23,6 +25,10 @@ public:
   virtual QString activeRenderEngine(OdDbDatabase* db) const = 0;
   // Redraws what shows the object (all views when the id is null).
   virtual void refresh(const OdDbObjectId& id) = 0;
+  // The picture of db's viewport at size, as its render engine draws it now;
+  // null, with the reason in error, when there is none (a size out of range,
+  // no display).
+  virtual OdGiRasterImagePtr viewRaster(OdDbDatabase* db, int viewport, const QSize& size, QString& error) = 0;
 };
 
 #endif

@@ -7,6 +7,8 @@
 #include "host/app/kovHostPropSystem.h"
 #include "host/app/kovHostViewSystem.h"
 
+#include "rasterservices/kovRasterServices.h"
+
 #include "Rx/OdRxDictionary.h"
 
 namespace {
@@ -28,10 +30,12 @@ kovHostServices::kovHostServices()
   , m_entityLibrary(publish(new kovHostEntityLibrary))
   , m_physicsRender(publish(new kovHostPhysicsRender(*m_viewSystem)))
 {
+  kovRegisterRasterServices();
 }
 
 kovHostServices::~kovHostServices()
 {
+  kovUnregisterRasterServices();
   for (const OdChar* id : { IkovViewSystem::serviceId(), IkovConsole::serviceId(), IkovPropSystem::serviceId(),
                             IkovAppProps::serviceId(), kovOdDbEx::serviceId(), IkovPhysicsRender::serviceId() })
     odrxSysRegistry()->remove(OdString(id));

@@ -1,6 +1,7 @@
 #include "host/app/kovHostViewSystem.h"
 
 #include "host/render/OdGsDevice.h"
+#include "rasterservices/kovRasterImage.h"
 
 #include "host/api/IkovAnimatedScene.h"
 #include "host/api/kovHostService.h"
@@ -154,4 +155,10 @@ QImage kovHostViewSystem::render(OdDbDatabase* db, int viewport, const QSize& si
   if (image.isNull())
     error = tr("The render engine could not read back the picture.");
   return image;
+}
+
+OdGiRasterImagePtr kovHostViewSystem::viewRaster(OdDbDatabase* db, int viewport, const QSize& size, QString& error)
+{
+  const QImage image = render(db, viewport, size, 1, error);
+  return image.isNull() ? OdGiRasterImagePtr() : kovRasterImageFromQImage(image);
 }

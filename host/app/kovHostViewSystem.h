@@ -35,6 +35,7 @@ public:
   void setViewCamera(int viewport, const kovViewCamera& camera) override;
   QString activeRenderEngine(OdDbDatabase* db) const override;
   void refresh(const OdDbObjectId& id) override;
+  OdGiRasterImagePtr viewRaster(OdDbDatabase* db, int viewport, const QSize& size, QString& error) override;
 
   void setActiveViewport(int viewport) { m_active = viewport; }
   kovRenderView::VisualStyle visualStyle(int viewport) const;

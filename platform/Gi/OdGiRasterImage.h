@@ -2,6 +2,7 @@
 #define OD_GI_RASTER_IMAGE_H
 
 #include "Rx/OdPlatform.h"
+#include "Rx/OdSharedPtr.h"
 
 #include <cstddef>
 #include <vector>
@@ -39,5 +40,7 @@ private:
   OdUInt32 m_height;
   std::vector<OdUInt8> m_pixels;
 };
+
+typedef OdSharedPtr<OdGiRasterImage> OdGiRasterImagePtr;
 
 #endif

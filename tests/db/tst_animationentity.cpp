@@ -394,6 +394,7 @@ public:
   void setViewCamera(int viewport, const kovViewCamera& camera) override { cameras[viewport] = camera; }
   QString activeRenderEngine(OdDbDatabase*) const override { return QStringLiteral("Test"); }
   void refresh(const OdDbObjectId& id) override { refreshed << id; }
+  OdGiRasterImagePtr viewRaster(OdDbDatabase*, int, const QSize&, QString&) override { return OdGiRasterImagePtr(); }
 
   QMap<int, kovViewCamera> cameras;
   QList<OdDbObjectId> refreshed;

@@ -1,6 +1,8 @@
-// What the engine shows of an animation: subjects where the animation puts
-// them, a block posed by its clip, the animation's sun; and the path tracer's
-// service that production polls and saves frames through.
+// The render services the module uses, judged by pictures: what the engine
+// shows of an animation (subjects where the animation puts them, a block
+// posed by its clip, the animation's sun), the path tracer that production
+// polls and saves frames through, and the rasterizer's pictures as raster
+// images with the raster services that write them.
 
 #include "kovHostTestEnvironment.h"
 #include "kovPixels.h"
@@ -11,6 +13,7 @@
 #include "host/api/kovHostService.h"
 #include "host/app/kovViewProjection.h"
 
+#include "Rx/OdRxRasterServices.h"
 #include "Rx/OdStaticRxObject.h"
 
 using namespace kovHostTest;
@@ -30,7 +33,7 @@ public:
 
 } // namespace
 
-class tst_AnimatedScene : public QObject {
+class tst_RenderServices : public QObject {
   Q_OBJECT
 
 private:
@@ -183,7 +186,52 @@ private slots:
     QCOMPARE(tracer->passesDone(db), 1);
     QVERIFY(!tracer->frameFinished(db));
   }
+
+  void theViewsRasterGoesThroughTheRasterServicesToFiles_data()
+  {
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<int>("result");
+    QTest::addColumn<bool>("exact");
+    QTest::newRow("png keeps every pixel") << "frame.png" << int(eOk) << true;
+    QTest::newRow("jpg keeps the picture") << "frame.JPG" << int(eOk) << false;
+    QTest::newRow("no codec for the extension") << "frame.xyz" << int(eNotApplicable) << false;
+    QTest::newRow("folder that is not there") << "missing/frame.png" << int(eFileAccessErr) << false;
+  }
+
+  void theViewsRasterGoesThroughTheRasterServicesToFiles()
+  {
+    QFETCH(QString, name);
+    QFETCH(int, result);
+    QFETCH(bool, exact);
+    run(QStringLiteral("box -0.5,-0.5,0 1,1,1 1"));
+    QString error;
+    const OdGiRasterImagePtr raster = views()->viewRaster(app().currentDatabase(), 0, kSize, error);
+    QVERIFY2(!raster.isNull(), qPrintable(error));
+    QCOMPARE(QSize(int(raster->pixelWidth()), int(raster->pixelHeight())), kSize);
+    QVERIFY(isRed(raster->pixel(kSize.width() / 2, kSize.height() / 2)));
+
+    OdRxRasterServicesPtr services = odrxRasterServices();
+    QVERIFY(!services.isNull());
+    QTemporaryDir folder;
+    const QString path = folder.filePath(name);
+    QCOMPARE(int(services->saveRasterImage(*raster, odFromQString(path))), result);
+    const OdGiRasterImagePtr loaded = services->loadRasterImage(odFromQString(path));
+    QCOMPARE(loaded.isNull(), result != eOk);
+    if (loaded.isNull())
+      return;
+    QCOMPARE(loaded->pixelWidth(), raster->pixelWidth());
+    if (exact)
+      QVERIFY(*loaded == *raster);
+    QVERIFY(isRed(loaded->pixel(kSize.width() / 2, kSize.height() / 2)));
+  }
+
+  void aViewRasterOfABadSizeSaysWhy()
+  {
+    QString error;
+    QVERIFY(views()->viewRaster(app().currentDatabase(), 0, QSize(0, 10), error).isNull());
+    QVERIFY2(error.contains(QStringLiteral("1 to 16384")), qPrintable(error));
+  }
 };
 
-KOV_HOST_TEST_MAIN(tst_AnimatedScene)
-#include "tst_animatedscene.moc"
+KOV_HOST_TEST_MAIN(tst_RenderServices)
+#include "tst_renderservices.moc"
