@@ -95,7 +95,7 @@ kovHostCommands::kovHostCommands()
                                 static_cast<OdEdCommand*>(&m_block), static_cast<OdEdCommand*>(&m_insert),
                                 static_cast<OdEdCommand*>(&m_importScene), static_cast<OdEdCommand*>(&m_render),
                                 static_cast<OdEdCommand*>(&m_view), static_cast<OdEdCommand*>(&m_visualStyle),
-                                static_cast<OdEdCommand*>(&m_sun) })
+                                static_cast<OdEdCommand*>(&m_sun), static_cast<OdEdCommand*>(&m_namedView) })
     stack->addCommand(command);
 }
 

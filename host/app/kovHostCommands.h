@@ -39,6 +39,7 @@ private:
   OdStaticRxObject<kovRenderCommand> m_view { L"view" };
   OdStaticRxObject<kovRenderCommand> m_visualStyle { L"visualstyle" };
   OdStaticRxObject<kovRenderCommand> m_sun { L"sun" };
+  OdStaticRxObject<kovRenderCommand> m_namedView { L"namedview" };
 };
 
 #endif

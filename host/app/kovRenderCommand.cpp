@@ -2,6 +2,7 @@
 
 #include "host/app/kovHostApplication.h"
 #include "host/app/kovHostViewSystem.h"
+#include "host/app/kovNamedViews.h"
 
 #include "host/api/kovHostService.h"
 
@@ -132,6 +133,29 @@ void sun(OdEdUserIO* io, kovHostViewSystem* views)
                                            kovSkyModel::presetNamed(sky)));
 }
 
+// Saves the active view under a name, or shows a saved one in it.
+void namedView(OdDbDatabase* db, OdEdUserIO* io, kovHostViewSystem* views)
+{
+  const int choice = io->getKeyword(OdString(L"Named view [Save/Restore]:"), OdString(L"Save Restore"));
+  const OdString name = io->getString(OdString(L"View name:"), OdEd::kInpThrowEmpty);
+  const int viewport = views->activeViewport(db);
+  if (choice == 0) {
+    const OdResult result = kovNamedViews::store(db, name, views->viewCamera(viewport));
+    if (result != eOk)
+      throw OdError(result, OdString(L"The view can't be saved as \"") + name + L"\": give another name");
+    io->putString(OdString(L"Saved the view \"") + name + L"\".");
+    return;
+  }
+  kovViewCamera camera;
+  if (kovNamedViews::find(db, name, views->viewCamera(viewport), camera) != eOk) {
+    const QStringList names = kovNamedViews::names(db);
+    throw OdError(eKeyNotFound, OdString(L"No view is named \"") + name + L"\"; "
+                                  + (names.isEmpty() ? OdString(L"the drawing has no named views")
+                                                     : L"the drawing's views are: " + odFromQString(names.join(QStringLiteral(", ")))));
+  }
+  views->setViewCamera(viewport, camera);
+}
+
 } // namespace
 
 void kovRenderCommand::execute(OdEdCommandContext* pCmdCtx)
@@ -147,6 +171,8 @@ void kovRenderCommand::execute(OdEdCommandContext* pCmdCtx)
     view(db, io, views);
   else if (m_name == L"visualstyle")
     visualStyle(db, io, views);
+  else if (m_name == L"namedview")
+    namedView(db, io, views);
   else
     sun(io, views);
 }

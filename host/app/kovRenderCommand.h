@@ -11,6 +11,8 @@
 //   visualstyle STYLE                     Wireframe, Shaded, Edges or Rendered
 //   sun AZIMUTH ELEVATION [SKY]           lights the scene by a sun (degrees
 //                                         clockwise from north, +Y) and a sky
+//   namedview Save|Restore NAME           keeps the active view in the
+//                                         drawing's view table, or shows it
 // Trailing optional values may be left off the end of a script line.
 class kovRenderCommand : public kovHostNamedCommand {
 public:

@@ -165,6 +165,19 @@ private slots:
     QVERIFY2(many < 0.5 * few, qPrintable(QStringLiteral("4 passes %1, 64 passes %2").arg(few).arg(many)));
   }
 
+  void aNamedViewKeepsTheViewInTheDrawingAndShowsItAgain()
+  {
+    run(QStringLiteral("view 3,-20,4 0,0,1 35"));
+    const kovViewCamera saved = views()->viewCamera(0);
+    run(QStringLiteral("namedview Save Porch"));
+    run(QStringLiteral("view 0,-5,1 0,0,1 60"));
+    run(QStringLiteral("namedview Restore Porch"));
+    const kovViewCamera shown = views()->viewCamera(0);
+    QVERIFY(shown.eye.isEqualTo(saved.eye, OdGeTol(1e-9)));
+    QVERIFY(shown.target.isEqualTo(saved.target, OdGeTol(1e-9)));
+    QVERIFY(qAbs(shown.fieldOfView - 35.0) < 1e-9);
+  }
+
   void refusesWhatItCannotRender_data()
   {
     QTest::addColumn<QString>("line");
@@ -174,6 +187,7 @@ private slots:
     QTest::newRow("too high") << "render out.png 10 16385 10" << "1 to 16384 pixels";
     QTest::newRow("eye on target") << "view 1,1,1 1,1,1 2,2,2 40" << "target must differ";
     QTest::newRow("field of view") << "view 0,0,0 1,1,1 180 60" << "1 to 170 degrees";
+    QTest::newRow("unknown named view") << "namedview Restore Porch" << "No view is named \"Porch\"; the drawing has no named views";
   }
 
   void refusesWhatItCannotRender()
