@@ -52,6 +52,10 @@ public:
   void setDisplayMode(kovGsPresentation::DisplayMode mode);
   kovGsPresentation::DisplayMode displayMode() const { return m_mode; }
 
+  // Draws these entities in the highlight colour and the others as they are.
+  // The highlight is no change of what is shown: it leaves revision() alone.
+  void setHighlighted(const std::set<OdDbObjectId>& ids);
+
   // Where the animated subjects stand now; entities not named stand as drawn.
   void setSubjectTransforms(const std::map<OdDbObjectId, OdGeMatrix3d>& transforms);
 
@@ -81,6 +85,7 @@ private:
   void vectorize(const OdDbObjectId& id);
   void remove(const OdDbObjectId& id);
   void place(const OdDbObjectId& id);
+  void applyHighlight(const OdDbObjectId& id, const Handle(kovGsPresentation)& presentation);
   void clear();
 
   Handle(AIS_InteractiveContext) m_context;
@@ -93,6 +98,8 @@ private:
   std::map<OdDbObjectId, OdGeMatrix3d> m_transforms;
   // Subjects whose transform could not move the presentation: drawn through it.
   std::set<OdDbObjectId> m_bakedTransforms;
+  std::set<OdDbObjectId> m_highlighted;
+  Handle(Prs3d_Drawer) m_highlightStyle;
   kovGsPresentation::DisplayMode m_mode = kovGsPresentation::Shaded;
   unsigned m_revision = 0;
 };

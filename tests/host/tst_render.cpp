@@ -3,6 +3,7 @@
 // what the camera's projection and the sun predict.
 
 #include "kovHostTestEnvironment.h"
+#include "kovPixels.h"
 
 #include "host/app/kovCommandRunner.h"
 #include "host/app/kovViewProjection.h"
@@ -14,6 +15,7 @@
 #include <cmath>
 
 using namespace kovHostTest;
+using namespace kovPixels;
 
 Q_DECLARE_METATYPE(OdGePoint3d)
 
@@ -24,28 +26,6 @@ const QSize kSize(160, 120);
 double luminance(QRgb c)
 {
   return 0.2126 * qRed(c) + 0.7152 * qGreen(c) + 0.0722 * qBlue(c);
-}
-
-bool isRed(QRgb c)
-{
-  return qRed(c) > 60 && qRed(c) > 2 * qGreen(c) && qRed(c) > 2 * qBlue(c);
-}
-
-// The centre of the red pixels; (-1, -1) when there are none.
-QPointF redCentroid(const QImage& image)
-{
-  double x = 0.0, y = 0.0;
-  int n = 0;
-  for (int j = 0; j < image.height(); ++j) {
-    for (int i = 0; i < image.width(); ++i) {
-      if (isRed(image.pixel(i, j))) {
-        x += i + 0.5;
-        y += j + 0.5;
-        ++n;
-      }
-    }
-  }
-  return n ? QPointF(x / n, y / n) : QPointF(-1, -1);
 }
 
 // Mean luminance over a square of pixels around p.
