@@ -276,10 +276,17 @@ QImage kovViewportWidget::drawPicture()
     m_picture.setDevicePixelRatio(devicePixelRatioF());
     return m_picture;
   } catch (const Standard_Failure& failure) {
-    m_error = tr("The render engine failed: %1").arg(QString::fromLocal8Bit(failure.GetMessageString()));
-    m_view.reset();
+    engineFailed(failure);
   }
   return QImage();
+}
+
+void kovViewportWidget::engineFailed(const Standard_Failure& failure)
+{
+  m_error = tr("The render engine failed: %1\nIt needs an X display with OpenGL (GLX): start the host under "
+               "xvfb-run, or set DISPLAY to a display that has it.")
+                .arg(QString::fromLocal8Bit(failure.GetMessageString()));
+  m_view.reset();
 }
 
 void kovViewportWidget::zoomExtents()
@@ -317,7 +324,7 @@ OdDbObjectId kovViewportWidget::entityAt(const QPointF& pixel)
     if (view && prepareView(*view))
       return view->pick((pixel * devicePixelRatioF()).toPoint());
   } catch (const Standard_Failure& failure) {
-    m_error = tr("The render engine failed: %1").arg(QString::fromLocal8Bit(failure.GetMessageString()));
+    engineFailed(failure);
   }
   return OdDbObjectId();
 }

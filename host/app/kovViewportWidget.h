@@ -15,6 +15,7 @@ class kovHostApplication;
 class kovHostViewSystem;
 class kovInteractiveUserIO;
 class OdGsDevice;
+class Standard_Failure;
 class kovSelection;
 class QAction;
 class QActionGroup;
@@ -96,6 +97,7 @@ private:
   kovRenderView* renderView();
   bool prepareView(kovRenderView& view);
   QImage drawPicture();
+  void engineFailed(const Standard_Failure& failure);
   void click(const QPointF& pixel);
   void paintTracker(QPainter& painter, const kovViewProjection& projection) const;
   void paintStatus(QPainter& painter, const QString& text);
