@@ -2,7 +2,10 @@
 
 #include "host/app/kovHostApplication.h"
 #include "host/app/kovMainWindow.h"
+#include "host/app/kovCommandRunner.h"
 #include "host/app/kovViewportWidget.h"
+
+#include <QTimer>
 
 kovDesktop::kovDesktop(kovHostApplication& app, kovHostServices& services)
   : m_app(app)
@@ -36,7 +39,8 @@ bool kovDesktop::openDrawing(const QString& path)
   return path.isEmpty();
 }
 
-int runDesktop(kovHostApplication& app, kovHostServices& services, const QString& drawingPath)
+int runDesktop(kovHostApplication& app, kovHostServices& services, const QString& drawingPath,
+               const QStringList& lines)
 {
   int code = 0;
   {
@@ -44,6 +48,13 @@ int runDesktop(kovHostApplication& app, kovHostServices& services, const QString
     desktop.window()->show();
     desktop.loadAnimationModule();
     desktop.openDrawing(drawingPath);
+    // From inside the event loop: a line may wait for input like a typed one.
+    QTimer::singleShot(0, desktop.window(), [&desktop, lines] {
+      for (const QString& line : lines) {
+        if (!desktop.window()->runner()->run(line))
+          break;
+      }
+    });
     code = app.exec();
   }
   return code;

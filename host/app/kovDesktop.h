@@ -2,6 +2,7 @@
 #define KOV_DESKTOP_H
 
 #include <QString>
+#include <QStringList>
 
 #include <memory>
 
@@ -35,7 +36,9 @@ private:
 };
 
 // Runs the desktop until its window closes; the window and everything in it
-// are gone when this returns.
-int runDesktop(kovHostApplication& app, kovHostServices& services, const QString& drawingPath);
+// are gone when this returns. The lines are typed into the command line once
+// the drawing is open, up to the first that fails.
+int runDesktop(kovHostApplication& app, kovHostServices& services, const QString& drawingPath,
+               const QStringList& lines = QStringList());
 
 #endif

@@ -38,6 +38,8 @@ public:
   OdGiRasterImagePtr viewRaster(OdDbDatabase* db, int viewport, const QSize& size, QString& error) override;
 
   void setActiveViewport(int viewport) { m_active = viewport; }
+  // The viewport commands act on, whether or not a drawing is open.
+  int activeViewportNumber() const { return m_active; }
   kovRenderView::VisualStyle visualStyle(int viewport) const;
   void setVisualStyle(int viewport, kovRenderView::VisualStyle style);
   // The sun and sky every view is lit by.

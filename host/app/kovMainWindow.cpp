@@ -43,7 +43,7 @@ kovMainWindow::kovMainWindow(kovHostApplication& app, kovHostServices& services,
   , m_app(app)
   , m_services(services)
   , m_selection(new kovSelection(this))
-  , m_viewport(new kovViewportWidget(app, services.viewSystem(), m_selection, this))
+  , m_viewport(new kovViewportWidget(app, services.viewSystem(), m_selection, -1, this))
 {
   setObjectName(QStringLiteral("MainWindow"));
   setCentralWidget(m_viewport);
@@ -67,10 +67,10 @@ kovMainWindow::kovMainWindow(kovHostApplication& app, kovHostServices& services,
           [this](const QString&, QDockWidget* dock) { watchDock(dock); });
   m_app.registerRefreshEvents(QStringLiteral("<event-refresh:database_changed>"), this);
 
-  kovViewCamera camera = m_services.viewSystem()->viewCamera(0);
+  kovViewCamera camera = m_services.viewSystem()->viewCamera(m_viewport->viewportNumber());
   camera.eye.set(-14.0, -24.0, 16.0);
   camera.target.set(0.0, 0.0, 0.0);
-  m_services.viewSystem()->setViewCamera(0, camera);
+  m_services.viewSystem()->setViewCamera(m_viewport->viewportNumber(), camera);
 
   restoreGeometry(m_app.setting(QLatin1String(kGeometryKey)).toByteArray());
   restoreState(m_app.setting(QLatin1String(kStateKey)).toByteArray());
@@ -132,6 +132,10 @@ void kovMainWindow::createMenus()
   m_dockSeparator = m_viewMenu->addSeparator();
   m_viewMenu->addAction(tr("Zoom &Extents"), m_viewport, &kovViewportWidget::zoomExtents,
                         QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_E));
+  m_viewMenu->addSeparator();
+  m_viewMenu->addActions(m_viewport->visualStyleActions());
+  m_viewMenu->addSeparator();
+  m_viewMenu->addAction(m_viewport->lookThroughAction());
 }
 
 void kovMainWindow::watchDock(QDockWidget* dock)

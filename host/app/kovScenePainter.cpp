@@ -2,22 +2,18 @@
 
 #include "host/app/kovViewProjection.h"
 
-#include <QFontMetricsF>
 #include <QImage>
 #include <QLineF>
 #include <QPainter>
-#include <QPolygonF>
 #include <QTransform>
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <utility>
 #include <vector>
 
 namespace {
 
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr int kCircleSegments = 48;
 constexpr double kPi = 3.14159265358979323846;
 // Below this height text is unreadable: it is left out.
@@ -90,15 +86,6 @@ std::vector<Segment> wireframe(const OdGiPrimitiveRecord& record)
   return segments;
 }
 
-double segmentDistance(const QPointF& p, const QPointF& a, const QPointF& b)
-{
-  const QPointF ab = b - a;
-  const double lengthSq = QPointF::dotProduct(ab, ab);
-  const double t = lengthSq > 0.0 ? std::clamp(QPointF::dotProduct(p - a, ab) / lengthSq, 0.0, 1.0) : 0.0;
-  const QPointF nearest = a + ab * t;
-  return QLineF(p, nearest).length();
-}
-
 // The image's corners on screen: top left, top right, bottom left (rows run
 // from the top, v from the bottom row up).
 bool imageCorners(const kovViewProjection& projection, const OdGiPrimitiveRecord& record, QPointF corners[3])
@@ -111,13 +98,7 @@ bool imageCorners(const kovViewProjection& projection, const OdGiPrimitiveRecord
          && projection.project(o, corners[2]);
 }
 
-QPolygonF imageQuad(const QPointF corners[3])
-{
-  return QPolygonF({ corners[0], corners[1], corners[1] + (corners[2] - corners[0]), corners[2] });
-}
-
-void drawImage(QPainter& painter, const kovViewProjection& projection, const OdGiPrimitiveRecord& record,
-               const QColor* highlight)
+void drawImage(QPainter& painter, const kovViewProjection& projection, const OdGiPrimitiveRecord& record)
 {
   QPointF c[3];
   if (!imageCorners(projection, record, c) || record.image->isEmpty())
@@ -136,12 +117,6 @@ void drawImage(QPainter& painter, const kovViewProjection& projection, const OdG
   painter.setTransform(transform, true);
   painter.drawImage(QPointF(0.0, 0.0), image);
   painter.restore();
-  if (highlight) {
-    painter.save();
-    painter.setBrush(Qt::NoBrush);
-    painter.drawPolygon(imageQuad(c));
-    painter.restore();
-  }
 }
 
 struct TextPlacement {
@@ -178,23 +153,13 @@ QFont textFont(const QFont& base, double pixelHeight)
 
 } // namespace
 
-QColor kovScenePainter::colorOf(const OdGiPrimitiveRecord& record)
-{
-  const OdCmEntityColor& color = record.color;
-  if (color.isByColor() || (color.isByACI() && color.colorIndex() != OdCmEntityColor::kACIforeground))
-    return QColor(color.red(), color.green(), color.blue());
-  return QColor(230, 230, 230);
-}
-
 void kovScenePainter::draw(QPainter& painter, const kovViewProjection& projection, const OdGiPrimitiveRecord& record,
-                           const QColor* highlight)
+                           const QColor& color)
 {
-  QPen pen(highlight ? *highlight : colorOf(record));
-  pen.setWidthF(highlight ? 3.0 : 1.2);
-  painter.setPen(pen);
+  painter.setPen(QPen(color, 2.0));
 
   if (record.kind == OdGiPrimitiveRecord::kRasterImage) {
-    drawImage(painter, projection, record, highlight);
+    drawImage(painter, projection, record);
     return;
   }
   if (record.kind == OdGiPrimitiveRecord::kText) {
@@ -215,45 +180,4 @@ void kovScenePainter::draw(QPainter& painter, const kovViewProjection& projectio
     if (projection.projectSegment(segment.first, segment.second, a, b))
       painter.drawLine(a, b);
   }
-}
-
-double kovScenePainter::distance(const kovViewProjection& projection, const OdGiPrimitiveRecord& record,
-                                 const QPointF& pixel)
-{
-  if (record.kind == OdGiPrimitiveRecord::kRasterImage) {
-    QPointF c[3];
-    return imageCorners(projection, record, c) && imageQuad(c).containsPoint(pixel, Qt::OddEvenFill) ? 0.0
-                                                                                                     : kInfinity;
-  }
-  if (record.kind == OdGiPrimitiveRecord::kText) {
-    TextPlacement placement;
-    if (!placeText(projection, record, placement))
-      return kInfinity;
-    const QFontMetricsF metrics(textFont(QFont(), placement.pixelHeight));
-    const QRectF box(0.0, -placement.pixelHeight, metrics.horizontalAdvance(odToQString(record.text)),
-                     placement.pixelHeight);
-    QTransform toScreen;
-    toScreen.translate(placement.anchor.x(), placement.anchor.y());
-    toScreen.rotate(placement.angle);
-    return toScreen.map(QPolygonF(box)).containsPoint(pixel, Qt::OddEvenFill) ? 0.0 : kInfinity;
-  }
-  double nearest = kInfinity;
-  if (record.kind == OdGiPrimitiveRecord::kPolygon) {
-    QPolygonF outline;
-    QPointF p;
-    bool whole = true;
-    for (const OdGePoint3d& point : record.points) {
-      whole = whole && projection.project(point, p);
-      outline << p;
-    }
-    if (whole && outline.containsPoint(pixel, Qt::OddEvenFill))
-      return 0.0;
-  }
-  for (const Segment& segment : wireframe(record)) {
-    QPointF a;
-    QPointF b;
-    if (projection.projectSegment(segment.first, segment.second, a, b))
-      nearest = std::min(nearest, segmentDistance(pixel, a, b));
-  }
-  return nearest;
 }

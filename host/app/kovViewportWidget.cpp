@@ -1,35 +1,56 @@
 #include "host/app/kovViewportWidget.h"
 
+#include "host/api/IkovAnimatedScene.h"
+#include "host/api/kovHostService.h"
 #include "host/app/kovHostApplication.h"
 #include "host/app/kovHostViewSystem.h"
 #include "host/app/kovInteractiveUserIO.h"
 #include "host/app/kovScenePainter.h"
 #include "host/app/kovSelection.h"
+#include "host/render/OdGsDevice.h"
 
 #include "Gi/OdGiWorldDrawRecorder.h"
 
+#include <Standard_Failure.hxx>
+
+#include <QActionGroup>
+#include <QContextMenuEvent>
+#include <QMenu>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QWheelEvent>
 
+#include <algorithm>
 #include <cmath>
+#include <set>
 
 namespace {
 
 // A press that moves less than this is a click, not a drag.
 constexpr double kClickSlop = 4.0;
-// How near to a drawn primitive a click must be to pick its entity.
-constexpr double kPickPixels = 5.0;
+// How near to a drawn line a click must be to pick its entity.
+constexpr int kPickPixels = 5;
 constexpr double kOrbitRadiansPerPixel = 0.008;
 constexpr double kZoomPerWheelStep = 0.85;
 
-// A mid-tone, so that dark drawings (the module's camera icon has a dark
-// body) and light ones both stand out.
-const QColor kBackground(96, 104, 118);
-const QColor kGridMinor(110, 118, 133);
-const QColor kGridMajor(136, 144, 160);
-const QColor kHighlight(255, 200, 40);
+const QColor kNoPictureBackground(60, 64, 72);
 const QColor kTracker(120, 220, 255);
+
+struct StyleChoice {
+  kovRenderView::VisualStyle style;
+  const char* text;
+  const char* objectName;
+};
+
+const StyleChoice kStyleChoices[] = {
+  { kovRenderView::VisualStyle::Wireframe, QT_TRANSLATE_NOOP("kovViewportWidget", "&Wireframe"),
+    "VisualStyleWireframe" },
+  { kovRenderView::VisualStyle::Shaded, QT_TRANSLATE_NOOP("kovViewportWidget", "&Shaded"), "VisualStyleShaded" },
+  { kovRenderView::VisualStyle::ShadedWithEdges, QT_TRANSLATE_NOOP("kovViewportWidget", "Shaded with &Edges"),
+    "VisualStyleShadedWithEdges" },
+  { kovRenderView::VisualStyle::Rendered, QT_TRANSLATE_NOOP("kovViewportWidget", "&Rendered"),
+    "VisualStyleRendered" },
+};
 
 QString formatNumber(double value)
 {
@@ -43,14 +64,21 @@ QString formatPoint(const OdGePoint3d& point)
   return formatNumber(point.x) + QLatin1Char(',') + formatNumber(point.y) + QLatin1Char(',') + formatNumber(point.z);
 }
 
+bool sameCamera(const kovViewCamera& a, const kovViewCamera& b)
+{
+  return a.eye == b.eye && a.target == b.target && a.up == b.up && a.fieldOfView == b.fieldOfView
+         && a.depthOfField == b.depthOfField && a.focusDistance == b.focusDistance && a.lensRadius == b.lensRadius;
+}
+
 } // namespace
 
 kovViewportWidget::kovViewportWidget(kovHostApplication& app, kovHostViewSystem* views, kovSelection* selection,
-                                     QWidget* parent)
+                                     int viewport, QWidget* parent)
   : QWidget(parent)
   , m_app(app)
   , m_views(views)
   , m_selection(selection)
+  , m_viewport(viewport >= 0 ? viewport : views->activeViewportNumber())
   , m_gsView([this] { update(); })
 {
   setObjectName(QStringLiteral("Viewport"));
@@ -59,53 +87,224 @@ kovViewportWidget::kovViewportWidget(kovHostApplication& app, kovHostViewSystem*
   setMinimumSize(200, 150);
   setAutoFillBackground(false);
   setAttribute(Qt::WA_OpaquePaintEvent);
+  createActions();
 
-  connect(m_views, &kovHostViewSystem::changed, this, qOverload<>(&QWidget::update));
-  connect(m_views, &kovHostViewSystem::refreshed, this, &kovViewportWidget::markDirty);
-  connect(m_selection, &kovSelection::changed, this, qOverload<>(&QWidget::update));
-  connect(&m_app, &kovHostApplication::databaseChanged, this, &kovViewportWidget::markDirty);
+  // Idle passes: one per turn of the event loop, so that input still comes first.
+  m_passTimer.setSingleShot(true);
+  m_passTimer.setInterval(0);
+  connect(&m_passTimer, &QTimer::timeout, this, qOverload<>(&QWidget::update));
+
+  connect(m_views, &kovHostViewSystem::changed, this, [this] {
+    showVisualStyle();
+    followAnimation();
+    update();
+  });
+  connect(m_views, &kovHostViewSystem::refreshed, this, [this] {
+    followAnimation();
+    update();
+  });
+  connect(m_selection, &kovSelection::changed, this, [this] {
+    restartPasses();
+    update();
+  });
+  connect(&m_app, &kovHostApplication::databaseChanged, this, [this] {
+    followAnimation();
+    update();
+  });
   m_app.registerRefreshEvents(QStringLiteral("<event-refresh:database_changed>|<event-refresh:database_closed>"),
                               this);
 }
 
+void kovViewportWidget::createActions()
+{
+  m_styles = new QActionGroup(this);
+  for (const StyleChoice& choice : kStyleChoices) {
+    QAction* action = m_styles->addAction(tr(choice.text));
+    action->setObjectName(QLatin1String(choice.objectName));
+    action->setCheckable(true);
+    action->setStatusTip(tr("Drawn by %1").arg(choice.style == kovRenderView::VisualStyle::Rendered
+                                                   ? kovHostViewSystem::pathTracerLabel()
+                                                   : kovHostViewSystem::rasterEngineLabel()));
+    const kovRenderView::VisualStyle style = choice.style;
+    connect(action, &QAction::triggered, this, [this, style] { m_views->setVisualStyle(m_viewport, style); });
+  }
+  showVisualStyle();
+
+  m_lookThrough = new QAction(tr("&Look Through Animation Camera"), this);
+  m_lookThrough->setObjectName(QStringLiteral("LookThroughAnimationCamera"));
+  m_lookThrough->setCheckable(true);
+  m_lookThrough->setStatusTip(tr("Show the animation's camera at the current position"));
+  connect(m_lookThrough, &QAction::toggled, this, [this] {
+    followAnimation();
+    update();
+  });
+}
+
+QList<QAction*> kovViewportWidget::visualStyleActions() const
+{
+  return m_styles->actions();
+}
+
+void kovViewportWidget::showVisualStyle()
+{
+  const kovRenderView::VisualStyle style = m_views->visualStyle(m_viewport);
+  const QList<QAction*> actions = m_styles->actions();
+  for (int i = 0; i < actions.size(); ++i)
+    actions[i]->setChecked(kStyleChoices[i].style == style);
+}
+
+void kovViewportWidget::followAnimation()
+{
+  m_animationCamera.reset();
+  if (!m_lookThrough->isChecked())
+    return;
+  const IkovAnimatedScene* scene = kovHostService<IkovAnimatedScene>();
+  OdDbDatabase* db = m_app.currentDatabase();
+  if (!scene || !db)
+    return;
+  const IkovAnimatedScene::Frame frame = scene->frame(db);
+  if (frame.hasCamera)
+    m_animationCamera = frame.camera;
+}
+
+kovViewCamera kovViewportWidget::camera() const
+{
+  return m_animationCamera ? *m_animationCamera : m_views->viewCamera(m_viewport);
+}
+
 kovViewProjection kovViewportWidget::projection() const
 {
-  return kovViewProjection(m_views->viewCamera(0), QSizeF(size()));
+  return kovViewProjection(camera(), QSizeF(size()));
+}
+
+void kovViewportWidget::moveCamera(const kovViewCamera& camera)
+{
+  // Moving the view leaves the animation's camera: the move starts from what
+  // was shown and stays on the viewport.
+  m_lookThrough->setChecked(false);
+  m_views->setViewCamera(m_viewport, camera);
 }
 
 void kovViewportWidget::refresh(const QString& key, const QString& argument)
 {
   Q_UNUSED(key);
   Q_UNUSED(argument);
-  markDirty();
-}
-
-void kovViewportWidget::markDirty()
-{
-  m_dirty = true;
   update();
 }
 
-void kovViewportWidget::regenerateIfDirty()
+int kovViewportWidget::maxPasses() const
 {
-  if (!m_dirty)
-    return;
-  m_dirty = false;
-  m_scene.regenerate(m_app.currentDatabase());
+  return std::max(1, m_app.setting(maxPassesKey(), kDefaultMaxPasses).toInt());
 }
 
-const kovScene& kovViewportWidget::scene()
+int kovViewportWidget::passes() const
 {
-  regenerateIfDirty();
-  return m_scene;
+  return m_view ? m_view->passes() : 0;
+}
+
+void kovViewportWidget::restartPasses()
+{
+  m_pictureStale = true;
+  if (m_view)
+    m_view->setCamera(m_view->camera());
+}
+
+kovRenderView* kovViewportWidget::renderView()
+{
+  QString error;
+  m_device = m_views->device(m_app.currentDatabase(), error);
+  if (!m_device) {
+    m_error = error;
+    m_view.reset();
+    return nullptr;
+  }
+  if (!m_view) {
+    m_view = std::make_unique<kovRenderView>(*m_device, size());
+    m_view->engineView()->TriedronDisplay(Aspect_TOTP_LEFT_LOWER, Quantity_NOC_WHITE, 0.08, V3d_ZBUFFER);
+    m_device->context()->SetPixelTolerance(kPickPixels);
+    m_pictureStale = true;
+  }
+  m_error.clear();
+  return m_view.get();
+}
+
+// Brings the engine's view to what this widget shows; the camera and the size
+// only when they changed, since setting them starts the path tracer again.
+// Any change makes the picture stale.
+bool kovViewportWidget::prepareView(kovRenderView& view)
+{
+  const qreal ratio = devicePixelRatioF();
+  const QSize pixels(qRound(width() * ratio), qRound(height() * ratio));
+  const kovViewCamera shown = camera();
+  const kovRenderView::VisualStyle style = m_views->visualStyle(m_viewport);
+  if (pixels != view.size() || !sameCamera(shown, view.camera()) || style != view.visualStyle())
+    m_pictureStale = true;
+  if (!view.setSize(pixels))
+    return false;
+  if (!sameCamera(shown, view.camera()))
+    view.setCamera(shown);
+  view.setVisualStyle(style);
+  return true;
+}
+
+QImage kovViewportWidget::drawPicture()
+{
+  try {
+    kovRenderView* view = renderView();
+    if (!view || !prepareView(*view))
+      return QImage();
+    if (m_device->update() || m_device->revision() != m_drawnRevision)
+      m_pictureStale = true;
+    // Repaints for the overlays alone show the picture as it is, unless the
+    // path tracer still has passes to add.
+    const bool converged = view->visualStyle() != kovRenderView::VisualStyle::Rendered
+                           || view->passes() >= maxPasses();
+    if (!m_pictureStale && converged && !m_picture.isNull())
+      return m_picture;
+    // The highlight is this widget's: the device's other views, the render
+    // command's among them, draw the drawing as it is.
+    OdGsModel& model = m_device->model();
+    const OdDbObjectIdArray& ids = m_selection->ids();
+    model.setHighlighted(std::set<OdDbObjectId>(ids.begin(), ids.end()));
+    view->redraw();
+    m_picture = view->grab();
+    model.setHighlighted({});
+    m_pictureStale = false;
+    m_drawnRevision = m_device->revision();
+    if (m_picture.isNull())
+      m_error = tr("The render engine could not read back the picture.");
+    m_picture.setDevicePixelRatio(devicePixelRatioF());
+    return m_picture;
+  } catch (const Standard_Failure& failure) {
+    engineFailed(failure);
+  }
+  return QImage();
+}
+
+void kovViewportWidget::engineFailed(const Standard_Failure& failure)
+{
+  m_error = tr("The render engine failed: %1\nIt needs an X display with OpenGL (GLX): start the host under "
+               "xvfb-run, or set DISPLAY to a display that has it.")
+                .arg(QString::fromLocal8Bit(failure.GetMessageString()));
+  m_view.reset();
 }
 
 void kovViewportWidget::zoomExtents()
 {
-  OdGeExtents3d extents = scene().extents();
+  OdGeExtents3d extents;
+  QString error;
+  if (OdGsDevice* device = m_views->device(m_app.currentDatabase(), error)) {
+    device->update();
+    const Bnd_Box box = device->model().extents();
+    if (!box.IsVoid()) {
+      double x0, y0, z0, x1, y1, z1;
+      box.Get(x0, y0, z0, x1, y1, z1);
+      extents.set(OdGePoint3d(x0, y0, z0), OdGePoint3d(x1, y1, z1));
+    }
+  }
   if (!extents.isValidExtents())
     extents.set(OdGePoint3d(-10.0, -10.0, 0.0), OdGePoint3d(10.0, 10.0, 0.0));
-  m_views->setViewCamera(0, kovViewProjection::fit(m_views->viewCamera(0), extents));
+  moveCamera(kovViewProjection::fit(camera(), extents));
 }
 
 double kovViewportWidget::pickingPlane() const
@@ -120,57 +319,14 @@ bool kovViewportWidget::pointAt(const QPointF& pixel, OdGePoint3d& point) const
 
 OdDbObjectId kovViewportWidget::entityAt(const QPointF& pixel)
 {
-  const kovViewProjection view = projection();
-  OdDbObjectId nearestId;
-  double nearest = kPickPixels;
-  for (const kovScene::Item& item : scene().items()) {
-    for (const OdGiPrimitiveRecord& record : item.records) {
-      const double d = kovScenePainter::distance(view, record, pixel);
-      if (d <= nearest) {
-        nearest = d;
-        nearestId = item.id;
-      }
-    }
+  try {
+    kovRenderView* view = renderView();
+    if (view && prepareView(*view))
+      return view->pick((pixel * devicePixelRatioF()).toPoint());
+  } catch (const Standard_Failure& failure) {
+    engineFailed(failure);
   }
-  return nearestId;
-}
-
-void kovViewportWidget::paintGrid(QPainter& painter, const kovViewProjection& projection) const
-{
-  const OdGeExtents3d& extents = m_scene.extents();
-  double reach = 20.0;
-  if (extents.isValidExtents()) {
-    for (const OdGePoint3d& corner : { extents.minPoint(), extents.maxPoint() })
-      reach = std::max({ reach, std::fabs(corner.x) * 1.5, std::fabs(corner.y) * 1.5 });
-  }
-  const double spacing = reach > 200.0 ? 10.0 : 1.0;
-  const int lines = static_cast<int>(std::ceil(reach / spacing));
-  const double end = lines * spacing;
-  for (int i = -lines; i <= lines; ++i) {
-    painter.setPen(QPen(i % 10 == 0 ? kGridMajor : kGridMinor, 1.0));
-    const double at = i * spacing;
-    QPointF a;
-    QPointF b;
-    if (projection.projectSegment(OdGePoint3d(at, -end, 0.0), OdGePoint3d(at, end, 0.0), a, b))
-      painter.drawLine(a, b);
-    if (projection.projectSegment(OdGePoint3d(-end, at, 0.0), OdGePoint3d(end, at, 0.0), a, b))
-      painter.drawLine(a, b);
-  }
-  const double axis = spacing * 5.0;
-  const struct {
-    OdGeVector3d direction;
-    QColor color;
-  } axes[] = { { OdGeVector3d::kXAxis, QColor(230, 70, 70) },
-               { OdGeVector3d::kYAxis, QColor(80, 200, 90) },
-               { OdGeVector3d::kZAxis, QColor(80, 130, 255) } };
-  for (const auto& a : axes) {
-    QPointF from;
-    QPointF to;
-    if (projection.projectSegment(OdGePoint3d::kOrigin, OdGePoint3d::kOrigin + a.direction * axis, from, to)) {
-      painter.setPen(QPen(a.color, 2.0));
-      painter.drawLine(from, to);
-    }
-  }
+  return OdDbObjectId();
 }
 
 void kovViewportWidget::paintTracker(QPainter& painter, const kovViewProjection& projection) const
@@ -180,24 +336,45 @@ void kovViewportWidget::paintTracker(QPainter& painter, const kovViewProjection&
   OdGiWorldDrawRecorder recorder;
   m_gsView.drawTracker(&recorder);
   for (const OdGiPrimitiveRecord& record : recorder.records())
-    kovScenePainter::draw(painter, projection, record, &kTracker);
+    kovScenePainter::draw(painter, projection, record, kTracker);
+}
+
+void kovViewportWidget::paintStatus(QPainter& painter, const QString& text)
+{
+  if (text.isEmpty())
+    return;
+  const QRect box = painter.fontMetrics().boundingRect(text).adjusted(-6, -3, 6, 3);
+  const QRect placed(rect().bottomRight() - QPoint(box.width() + 8, box.height() + 8), box.size());
+  painter.fillRect(placed, QColor(0, 0, 0, 110));
+  painter.setPen(QColor(235, 235, 235));
+  painter.drawText(placed, Qt::AlignCenter, text);
 }
 
 void kovViewportWidget::paintEvent(QPaintEvent* event)
 {
   Q_UNUSED(event);
-  regenerateIfDirty();
+  const QImage picture = drawPicture();
   QPainter painter(this);
-  painter.setRenderHint(QPainter::Antialiasing);
-  painter.fillRect(rect(), kBackground);
-  const kovViewProjection view = projection();
-  paintGrid(painter, view);
-  for (const kovScene::Item& item : m_scene.items()) {
-    const bool selected = m_selection->contains(item.id);
-    for (const OdGiPrimitiveRecord& record : item.records)
-      kovScenePainter::draw(painter, view, record, selected ? &kHighlight : nullptr);
+  if (picture.isNull()) {
+    painter.fillRect(rect(), kNoPictureBackground);
+    painter.setPen(QColor(235, 235, 235));
+    painter.drawText(rect().adjusted(24, 24, -24, -24), Qt::AlignCenter | Qt::TextWordWrap,
+                     tr("The viewport cannot be drawn.\n%1").arg(m_error));
+    return;
   }
-  paintTracker(painter, view);
+  painter.drawImage(QPointF(0.0, 0.0), picture);
+  painter.setRenderHint(QPainter::Antialiasing);
+  paintTracker(painter, projection());
+
+  QStringList status;
+  if (m_lookThrough->isChecked() && !m_animationCamera)
+    status << tr("No animation camera here");
+  if (m_view->visualStyle() == kovRenderView::VisualStyle::Rendered) {
+    status << tr("Pass %1").arg(m_view->passes());
+    if (m_view->passes() < maxPasses())
+      m_passTimer.start();
+  }
+  paintStatus(painter, status.join(QLatin1String("  ")));
 }
 
 void kovViewportWidget::mousePressEvent(QMouseEvent* event)
@@ -230,12 +407,11 @@ void kovViewportWidget::mouseMoveEvent(QMouseEvent* event)
   m_dragged = true;
   const QPointF delta = pos - m_lastPos;
   m_lastPos = pos;
-  const kovViewCamera camera = m_views->viewCamera(0);
   if (m_drag == Drag::Orbit)
-    m_views->setViewCamera(0, kovViewProjection::orbit(camera, -delta.x() * kOrbitRadiansPerPixel,
-                                                       delta.y() * kOrbitRadiansPerPixel));
+    moveCamera(kovViewProjection::orbit(camera(), -delta.x() * kOrbitRadiansPerPixel,
+                                        delta.y() * kOrbitRadiansPerPixel));
   else
-    m_views->setViewCamera(0, kovViewProjection::pan(camera, delta, QSizeF(size())));
+    moveCamera(kovViewProjection::pan(camera(), delta, QSizeF(size())));
 }
 
 void kovViewportWidget::mouseReleaseEvent(QMouseEvent* event)
@@ -271,15 +447,15 @@ void kovViewportWidget::wheelEvent(QWheelEvent* event)
   const double steps = event->angleDelta().y() / 120.0;
   if (steps == 0.0)
     return;
-  const kovViewCamera camera = m_views->viewCamera(0);
+  const kovViewCamera shown = camera();
   const double factor = std::pow(kZoomPerWheelStep, steps);
   // Toward what is under the cursor, on the target's height; straight in
   // when the cursor is above the horizon.
   OdGePoint3d anchor;
-  if (projection().pointOnPlane(event->position(), camera.target.z, anchor))
-    m_views->setViewCamera(0, kovViewProjection::zoomAt(camera, anchor, factor));
+  if (projection().pointOnPlane(event->position(), shown.target.z, anchor))
+    moveCamera(kovViewProjection::zoomAt(shown, anchor, factor));
   else
-    m_views->setViewCamera(0, kovViewProjection::zoom(camera, factor));
+    moveCamera(kovViewProjection::zoom(shown, factor));
   event->accept();
 }
 
@@ -291,4 +467,14 @@ void kovViewportWidget::keyPressEvent(QKeyEvent* event)
     return;
   }
   QWidget::keyPressEvent(event);
+}
+
+void kovViewportWidget::contextMenuEvent(QContextMenuEvent* event)
+{
+  QMenu menu(this);
+  menu.addActions(visualStyleActions());
+  menu.addSeparator();
+  menu.addAction(m_lookThrough);
+  menu.addAction(tr("Zoom &Extents"), this, &kovViewportWidget::zoomExtents);
+  menu.exec(event->globalPos());
 }

@@ -1,6 +1,8 @@
 // kovhost: the reference host of the animation module.
 //
-//   kovhost [--settings FILE] [DRAWING]            the desktop application
+//   kovhost [--settings FILE] [--script FILE ...] [-c LINE ...] [DRAWING]
+//                                                  the desktop application, the
+//                                                  lines typed in once it is up
 //   kovhost --headless [--script FILE ...] [-c LINE ...] [DRAWING]
 //                                                  command lines without windows
 #include "host/app/kovDesktop.h"
@@ -30,7 +32,21 @@ bool wantsHeadless(int argc, char** argv)
   return false;
 }
 
-int runHeadless(kovHostApplication& app, kovHostServices& services, const QCommandLineParser& parser,
+// The scripts' lines, in the order given, then the single lines; false, with
+// the reason in message, when a script can't be read.
+bool commandLines(const QCommandLineParser& parser, QStringList& lines, QString& message)
+{
+  for (const QString& script : parser.values(QStringLiteral("script"))) {
+    QStringList scriptLines;
+    if (!kovHeadlessRunner::readScript(script, scriptLines, message))
+      return false;
+    lines += scriptLines;
+  }
+  lines += parser.values(QStringLiteral("c"));
+  return true;
+}
+
+int runHeadless(kovHostApplication& app, kovHostServices& services, const QStringList& lines,
                 const QString& drawing)
 {
   QTextStream err(stderr);
@@ -50,17 +66,6 @@ int runHeadless(kovHostApplication& app, kovHostServices& services, const QComma
   }
 
   kovHeadlessRunner runner(app, services);
-  // The scripts run first, in the order given, then the single lines.
-  QStringList lines;
-  for (const QString& script : parser.values(QStringLiteral("script"))) {
-    QStringList scriptLines;
-    if (!kovHeadlessRunner::readScript(script, scriptLines, message)) {
-      err << "kovhost: " << message << '\n';
-      return 1;
-    }
-    lines += scriptLines;
-  }
-  lines += parser.values(QStringLiteral("c"));
   if (lines.isEmpty()) {
     runner.describe();
     return 0;
@@ -99,11 +104,16 @@ int main(int argc, char* argv[])
     kovHostServices services;
     kovHostCommands commands;
     const QStringList positional = parser.positionalArguments();
-    if (parser.isSet(QStringLiteral("headless"))) {
-      exitCode = runHeadless(app, services, parser, positional.value(0));
+    QStringList lines;
+    QString message;
+    if (!commandLines(parser, lines, message)) {
+      QTextStream(stderr) << "kovhost: " << message << '\n';
+      exitCode = 1;
+    } else if (parser.isSet(QStringLiteral("headless"))) {
+      exitCode = runHeadless(app, services, lines, positional.value(0));
     } else {
       // The window, with the module's docks in it, is gone when this returns.
-      exitCode = runDesktop(app, services, positional.value(0));
+      exitCode = runDesktop(app, services, positional.value(0), lines);
     }
     app.unloadAnimationModule();
   }

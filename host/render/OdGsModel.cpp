@@ -12,7 +12,11 @@
 
 OdGsModel::OdGsModel(const Handle(AIS_InteractiveContext)& context)
   : m_context(context)
+  , m_highlightStyle(new Prs3d_Drawer())
 {
+  m_highlightStyle->SetMethod(Aspect_TOHM_COLOR);
+  m_highlightStyle->SetColor(Quantity_Color(1.0, 0.78, 0.16, Quantity_TOC_sRGB));
+  m_highlightStyle->SetDisplayMode(-1);
 }
 
 OdGsModel::~OdGsModel()
@@ -135,6 +139,7 @@ void OdGsModel::vectorize(const OdDbObjectId& id)
   }
   m_context->Display(presentation, m_mode, 0, false);
   place(id);
+  applyHighlight(id, presentation);
 }
 
 void OdGsModel::remove(const OdDbObjectId& id)
@@ -158,6 +163,23 @@ void OdGsModel::place(const OdDbObjectId& id)
     m_context->SetLocation(shown->second, TopLoc_Location());
   else if (kovOcct::similarity(subject->second.transform, trsf))
     m_context->SetLocation(shown->second, TopLoc_Location(trsf));
+}
+
+void OdGsModel::setHighlighted(const std::set<OdDbObjectId>& ids)
+{
+  if (ids == m_highlighted)
+    return;
+  m_highlighted = ids;
+  for (const auto& shown : m_shown)
+    applyHighlight(shown.first, shown.second);
+}
+
+void OdGsModel::applyHighlight(const OdDbObjectId& id, const Handle(kovGsPresentation)& presentation)
+{
+  if (m_highlighted.count(id))
+    m_context->HilightWithColor(presentation, m_highlightStyle, false);
+  else
+    m_context->Unhilight(presentation, false);
 }
 
 void OdGsModel::setSubjects(const std::vector<IkovAnimatedScene::Subject>& subjects,

@@ -53,6 +53,10 @@ public:
   void setDisplayMode(kovGsPresentation::DisplayMode mode);
   kovGsPresentation::DisplayMode displayMode() const { return m_mode; }
 
+  // Draws these entities in the highlight colour and the others as they are.
+  // The highlight is no change of what is shown: it leaves revision() alone.
+  void setHighlighted(const std::set<OdDbObjectId>& ids);
+
   // Where the animated subjects stand now and which entities the animation
   // hides; entities not named stand as drawn.
   void setSubjects(const std::vector<IkovAnimatedScene::Subject>& subjects,
@@ -85,6 +89,7 @@ private:
   void remove(const OdDbObjectId& id);
   void place(const OdDbObjectId& id);
   void setSubject(const OdDbObjectId& id, const IkovAnimatedScene::Subject* subject);
+  void applyHighlight(const OdDbObjectId& id, const Handle(kovGsPresentation)& presentation);
   void clear();
 
   Handle(AIS_InteractiveContext) m_context;
@@ -98,6 +103,8 @@ private:
   // Subjects whose pose could not move the presentation: drawn through it.
   std::set<OdDbObjectId> m_baked;
   std::set<OdDbObjectId> m_hidden;
+  std::set<OdDbObjectId> m_highlighted;
+  Handle(Prs3d_Drawer) m_highlightStyle;
   kovGsPresentation::DisplayMode m_mode = kovGsPresentation::Shaded;
   unsigned m_revision = 0;
 };

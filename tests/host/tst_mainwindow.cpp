@@ -1,20 +1,30 @@
 // The host application and its main window without the animation module:
-// refresh events, dock placement and the saved layout, the title, and
-// opening and saving drawings with their failures told in message boxes.
+// refresh events, dock placement and the saved layout, the title, opening
+// and saving drawings with their failures told in message boxes, and the
+// viewport as the render engine draws it.
 #include "kovHostTestEnvironment.h"
+#include "kovPixels.h"
 
+#include "host/api/IkovAnimatedScene.h"
 #include "host/app/kovMainWindow.h"
 #include "host/app/kovPropertiesDock.h"
+#include "host/app/kovSelection.h"
 #include "host/app/kovViewportWidget.h"
 
 #include "kovSampleDrawing.h"
 
+#include "Rx/OdRxDictionary.h"
+
+#include <QAction>
 #include <QDockWidget>
 #include <QFile>
+#include <QMenuBar>
 #include <QTreeWidget>
 #include <QWheelEvent>
 
 using namespace kovHostTest;
+
+Q_DECLARE_METATYPE(kovRenderView::VisualStyle)
 
 namespace {
 
@@ -26,6 +36,33 @@ public:
 public slots:
   void refresh(const QString& key, const QString& argument) { calls << key + QLatin1Char(':') + argument; }
 };
+
+// The module's animated scene as far as the viewport asks it: a camera or none.
+class FakeAnimatedScene : public IkovAnimatedScene {
+public:
+  Frame shown;
+
+  Frame frame(OdDbDatabase*) const override { return shown; }
+  // The test owns it; the registry only borrows it.
+  void addRef() override {}
+  void release() override {}
+};
+
+// The red of the drawing: right of the axes in the lower left corner, whose x
+// axis is red too.
+Red drawnRed(const QImage& image)
+{
+  return red(image, image.rect().adjusted(image.width() / 4, 0, 0, 0));
+}
+
+kovViewCamera lookAt(const OdGePoint3d& eye, const OdGePoint3d& target)
+{
+  kovViewCamera camera;
+  camera.eye = eye;
+  camera.target = target;
+  camera.fieldOfView = 45.0;
+  return camera;
+}
 
 } // namespace
 
@@ -41,6 +78,19 @@ private:
     m_window = std::make_unique<kovMainWindow>(app(), services());
     app().setMainWindow(m_window.get());
     m_window->show();
+  }
+
+  QAction* viewMenuAction(const QString& name) const
+  {
+    for (QAction* menu : m_window->menuBar()->actions()) {
+      if (menu->menu() && menu->text() == QStringLiteral("&View")) {
+        for (QAction* action : menu->menu()->actions()) {
+          if (action->objectName() == name)
+            return action;
+        }
+      }
+    }
+    return nullptr;
   }
 
   void closeWindow()
@@ -61,6 +111,7 @@ private slots:
   {
     if (m_window)
       closeWindow();
+    services().viewSystem()->setVisualStyle(0, kovRenderView::VisualStyle::Shaded);
   }
 
   void refreshEventsReachReceiversUntilUnregistered()
@@ -198,27 +249,137 @@ private slots:
     QCOMPARE(saved.readAll(), bytes);
   }
 
-  void zoomExtentsBringsTheWholeDrawingIntoView()
+  void aRedBoxShowsInTheMiddleAndAClickSelectsIt()
   {
-    const kovSampleDrawing sample = kovBuildSampleDrawing();
-    app().setDatabase(sample.db, QString());
     kovViewportWidget* viewport = m_window->viewport();
+    const QImage empty = viewport->grab().toImage();
+    QVERIFY2(viewport->engineError().isEmpty(), qPrintable(viewport->engineError()));
+    QCOMPARE(drawnRed(empty).count, 0);
+
+    typeLine(m_window->commandLine(), QStringLiteral("box -1,-1,0 2,2,2 1"));
     viewport->zoomExtents();
-    const kovViewProjection projection = viewport->projection();
-    int points = 0;
-    for (const kovScene::Item& item : viewport->scene().items()) {
-      for (const OdGiPrimitiveRecord& record : item.records) {
-        for (const OdGePoint3d& p : record.points) {
-          QPointF pixel;
-          QVERIFY(projection.project(p, pixel));
-          QVERIFY(QRectF(viewport->rect()).contains(pixel));
-          ++points;
-        }
-      }
-    }
-    QVERIFY(points > 0);
+    const OdDbObjectId box = entitiesOfClass(QStringLiteral("kovDbPolygonMesh")).first();
+    const QPoint middle = viewport->rect().center();
+    const QImage shown = viewport->grab().toImage();
+    QVERIFY(isRed(shown.pixel(middle)));
+    // Zoomed to its extents: big, and whole.
+    QVERIFY(drawnRed(shown).count > shown.width() * shown.height() / 10);
+    QCOMPARE(red(shown, shown.rect().adjusted(shown.width() / 4, 2, -2, -2)).count, drawnRed(shown).count);
+
+    QTest::mouseClick(viewport, Qt::LeftButton, Qt::NoModifier, middle);
+    QCOMPARE(m_window->selection()->ids(), OdDbObjectIdArray({ box }));
+    // The engine highlights it.
+    QVERIFY(drawnRed(viewport->grab().toImage()).count < drawnRed(shown).count / 4);
+
+    QTest::mouseClick(viewport, Qt::LeftButton, Qt::NoModifier, QPoint(middle.x(), 3));
+    QVERIFY(m_window->selection()->ids().isEmpty());
+    QCOMPARE(viewport->grab().toImage(), shown);
   }
 
+  void theViewMenuSwitchesTheVisualStyle_data()
+  {
+    QTest::addColumn<QString>("action");
+    QTest::addColumn<kovRenderView::VisualStyle>("style");
+    QTest::addColumn<QString>("engine");
+    // The share of the shaded picture's red pixels the style shows.
+    QTest::addColumn<double>("least");
+    QTest::addColumn<double>("most");
+    QTest::addColumn<int>("passes");
+    QTest::newRow("wireframe") << "VisualStyleWireframe" << kovRenderView::VisualStyle::Wireframe
+                               << kovHostViewSystem::rasterEngineLabel() << 0.0 << 0.2 << 1;
+    QTest::newRow("edges") << "VisualStyleShadedWithEdges" << kovRenderView::VisualStyle::ShadedWithEdges
+                           << kovHostViewSystem::rasterEngineLabel() << 0.8 << 1.0 << 1;
+    QTest::newRow("rendered") << "VisualStyleRendered" << kovRenderView::VisualStyle::Rendered
+                              << kovHostViewSystem::pathTracerLabel() << 0.5 << 1.2 << 32;
+  }
+
+  void theViewMenuSwitchesTheVisualStyle()
+  {
+    QFETCH(QString, action);
+    QFETCH(kovRenderView::VisualStyle, style);
+    QFETCH(QString, engine);
+    QFETCH(double, least);
+    QFETCH(double, most);
+    QFETCH(int, passes);
+    m_window->resize(640, 480);
+    kovViewportWidget* viewport = m_window->viewport();
+    typeLine(m_window->commandLine(), QStringLiteral("box -1,-1,0 2,2,2 1"));
+    viewport->zoomExtents();
+    const int shaded = drawnRed(viewport->grab().toImage()).count;
+    QVERIFY(shaded > 0);
+
+    QAction* chosen = viewMenuAction(action);
+    QVERIFY(chosen);
+    chosen->trigger();
+    const int viewportNumber = viewport->viewportNumber();
+    QCOMPARE(services().viewSystem()->visualStyle(viewportNumber), style);
+    QCOMPARE(services().viewSystem()->activeRenderEngine(app().currentDatabase()), engine);
+    // The path tracer's first passes come out dark.
+    QTRY_VERIFY_WITH_TIMEOUT(viewport->passes() >= passes, 60000);
+    const int seen = drawnRed(viewport->grab().toImage()).count;
+    QVERIFY2(seen >= least * shaded && seen <= most * shaded, qPrintable(QStringLiteral("%1 of %2").arg(seen).arg(shaded)));
+
+    // The command changes it too, and the menu follows.
+    typeLine(m_window->commandLine(), QStringLiteral("visualstyle Shaded"));
+    QVERIFY(!chosen->isChecked());
+    QVERIFY(viewMenuAction(QStringLiteral("VisualStyleShaded"))->isChecked());
+  }
+
+  void theRenderedStyleAddsPassesWhileIdleUpToTheLimit()
+  {
+    app().setSetting(kovViewportWidget::maxPassesKey(), 4);
+    m_window->resize(480, 360);
+    kovViewportWidget* viewport = m_window->viewport();
+    typeLine(m_window->commandLine(), QStringLiteral("box -1,-1,0 2,2,2 1"));
+    viewport->zoomExtents();
+    services().viewSystem()->setVisualStyle(viewport->viewportNumber(), kovRenderView::VisualStyle::Rendered);
+    QTRY_COMPARE_WITH_TIMEOUT(viewport->passes(), 4, 60000);
+    QTest::qWait(200);
+    QCOMPARE(viewport->passes(), 4);
+
+    // Any change starts again.
+    services().viewSystem()->setViewCamera(viewport->viewportNumber(),
+                                           kovViewProjection::orbit(viewport->camera(), 0.3, 0.0));
+    viewport->grab();
+    QCOMPARE(viewport->passes(), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(viewport->passes(), 4, 60000);
+  }
+
+  void lookingThroughFollowsTheAnimationCamera()
+  {
+    FakeAnimatedScene scene;
+    odrxSysRegistry()->putAt(OdString(IkovAnimatedScene::serviceId()), &scene);
+    m_window->resize(480, 360);
+    kovViewportWidget* viewport = m_window->viewport();
+    typeLine(m_window->commandLine(), QStringLiteral("box -0.5,-0.5,0 1,1,1 1"));
+    const kovViewCamera own = services().viewSystem()->viewCamera(viewport->viewportNumber());
+    viewport->lookThroughAction()->setChecked(true);
+
+    const kovViewCamera cameras[] = { lookAt(OdGePoint3d(-8, -3, 0.5), OdGePoint3d(0, -1, 0.5)),
+                                      lookAt(OdGePoint3d(4, -9, 3), OdGePoint3d(1, 0, 0.5)) };
+    for (const kovViewCamera& camera : cameras) {
+      scene.shown.hasCamera = true;
+      scene.shown.camera = camera;
+      // The module refreshes the view system as the animation moves on.
+      services().viewSystem()->refresh(OdDbObjectId());
+      QPointF predicted;
+      QVERIFY(viewport->projection().project(OdGePoint3d(0, 0, 0.5), predicted));
+      const QPointF seen = drawnRed(viewport->grab().toImage()).centre;
+      QVERIFY2(QLineF(seen, predicted).length() < 4.0,
+               qPrintable(QStringLiteral("seen %1,%2 predicted %3,%4")
+                              .arg(seen.x()).arg(seen.y()).arg(predicted.x()).arg(predicted.y())));
+    }
+
+    // Zooming leaves the animation's camera, from where it looked.
+    QWheelEvent wheel(QPointF(viewport->rect().center()), QPointF(viewport->mapToGlobal(viewport->rect().center())),
+                      QPoint(), QPoint(0, 120), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(viewport, &wheel);
+    QVERIFY(!viewport->lookThroughAction()->isChecked());
+    const kovViewCamera now = services().viewSystem()->viewCamera(viewport->viewportNumber());
+    QVERIFY(!now.eye.isEqualTo(own.eye));
+    QVERIFY(now.eye.distanceTo(cameras[1].target) < cameras[1].eye.distanceTo(cameras[1].target));
+    odrxSysRegistry()->remove(OdString(IkovAnimatedScene::serviceId()));
+  }
 
   void wheelZoomKeepsThePointUnderTheCursor()
   {
