@@ -5,6 +5,8 @@
 #include "module/kovAnimationModule.h"
 
 #include "host/api/IkovApplication.h"
+#include "host/render/OdGsDevice.h"
+#include "host/render/kovRenderView.h"
 
 #include "Db/OdDbBlockTableRecord.h"
 #include "Db/OdDbDatabase.h"
@@ -114,6 +116,7 @@ private slots:
   void cancelAtAnyPromptCreatesNothing();
   void createanimationBuildsTheDefaultPath();
   void commandsRefuseAContextWithoutADrawing();
+  void theEnginesPictureShowsThePathUntilTheGizmosAreHidden();
 
 private:
   static TestHost* host() { return static_cast<TestHost*>(QCoreApplication::instance()); }
@@ -307,6 +310,48 @@ void tst_AnimationModule::commandsRefuseAContextWithoutADrawing()
     QCOMPARE(code, eNotThatKindOfClass);
   }
   QCOMPARE(run(QStringLiteral("createanimation"), nullptr), eNotThatKindOfClass);
+}
+
+void tst_AnimationModule::theEnginesPictureShowsThePathUntilTheGizmosAreHidden()
+{
+  Started started;
+  QCOMPARE(run(QStringLiteral("createcameraanimation -4,-2,0 0,3,0 4,-2,0 Finish"), started.db), eOk);
+  QString error;
+  std::unique_ptr<OdGsDevice> device = OdGsDevice::create(error);
+  QVERIFY2(device, qPrintable(error));
+  device->setDatabase(started.db);
+  kovViewCamera above;
+  above.eye.set(0, 0, 12);
+  above.target.set(0, 0.5, 0);
+  above.up = OdGeVector3d::kYAxis;
+  QImage shown;
+  QImage hidden;
+  QImage empty;
+  {
+    kovRenderView view(*device, QSize(120, 90));
+    view.setCamera(above);
+    shown = view.render();
+    {
+      kovDbAnimationPtr animation = animationsIn(started.db).first();
+      animation->upgradeOpen();
+      animation->hideAnimationGizmos() = true;
+    }
+    hidden = view.render();
+    {
+      kovDbAnimationPtr animation = animationsIn(started.db).first();
+      animation->upgradeOpen();
+      animation->erase();
+    }
+    empty = view.render();
+  }
+  device.reset();
+  int drawn = 0;
+  for (int y = 0; y < shown.height(); ++y) {
+    for (int x = 0; x < shown.width(); ++x)
+      drawn += shown.pixel(x, y) != empty.pixel(x, y);
+  }
+  QVERIFY2(drawn > 40, qPrintable(QString::number(drawn)));
+  QCOMPARE(hidden, empty);
 }
 
 int main(int argc, char** argv)
