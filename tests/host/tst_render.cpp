@@ -7,15 +7,41 @@
 #include "host/app/kovCommandRunner.h"
 #include "host/app/kovViewProjection.h"
 
+#include "Db/OdDbBlockTableRecord.h"
 #include "Db/OdDbEntity.h"
+#include "Gi/OdGiWorldDraw.h"
+#include "Gi/OdGiWorldGeometry.h"
 
 #include <QImage>
 
 #include <cmath>
+#include <functional>
+#include <limits>
 
 using namespace kovHostTest;
 
 Q_DECLARE_METATYPE(OdGePoint3d)
+
+typedef std::function<void(OdGiWorldDraw&)> DrawFunction;
+Q_DECLARE_METATYPE(DrawFunction)
+
+// An entity that draws whatever a test gives it, through the world draw.
+class tstDrawnEntity : public OdDbEntity {
+  ODDB_DECLARE_MEMBERS(tstDrawnEntity);
+
+public:
+  DrawFunction draw;
+
+protected:
+  bool subWorldDraw(OdGiWorldDraw* pWd) const override
+  {
+    draw(*pWd);
+    return true;
+  }
+};
+
+ODRX_DEFINE_MEMBERS_EX(tstDrawnEntity, OdDbEntity, DBOBJECT_CONSTR, OdDb::kDHL_CURRENT, OdDb::kMReleaseCurrent, 0,
+                       OdString(L"tstDrawnEntity"), OdString::kEmpty, OdString::kEmpty, 0)
 
 namespace {
 
@@ -248,6 +274,68 @@ private slots:
     QVERIFY2(std::abs(grey.blue() - grey.red()) < 12, qPrintable(grey.name()));
     const QColor sky = meanColor(converged, QRect(0, 0, kSize.width(), 6));
     QVERIFY2(sky.blue() > sky.red() + 20, qPrintable(sky.name()));
+  }
+
+  void degenerateGeometryIsLeftOutAndTheRestDrawn_data()
+  {
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const double inf = std::numeric_limits<double>::infinity();
+    QTest::addColumn<DrawFunction>("draw");
+    // Far points through a scaling transform: the recorder checks what it is
+    // given, and the product overflows after.
+    const auto overflowing = [](const DrawFunction& draw) {
+      return DrawFunction([draw](OdGiWorldDraw& wd) {
+        wd.geometry().pushModelTransform(OdGeMatrix3d::scaling(1e300));
+        draw(wd);
+        wd.geometry().popModelTransform();
+      });
+    };
+    const auto shell = [](const std::vector<OdGePoint3d>& points, const std::vector<OdInt32>& faces) {
+      return DrawFunction([points, faces](OdGiWorldDraw& wd) {
+        wd.geometry().shell(OdInt32(points.size()), points.data(), OdInt32(faces.size()), faces.data());
+      });
+    };
+    QTest::newRow("faces of no area") << shell({ { 0, 0, 3 }, { 1, 0, 3 }, { 2, 0, 3 }, { 0, 0, 3 } },
+                                               { 3, 0, 1, 2, 3, 0, 3, 0, 3, 1, 1, 1 });
+    QTest::newRow("far shell") << shell({ { 0, 0, 1e20 }, { 1e20, 0, 0 }, { 0, 1e20, 0 } }, { 3, 0, 1, 2 });
+    QTest::newRow("shell through infinity")
+        << overflowing(shell({ { 0, 0, 0 }, { 1e10, 0, 0 }, { 0, 1, 0 } }, { 3, 0, 1, 2 }));
+    QTest::newRow("shell with a NaN corner")
+        << DrawFunction([nan](OdGiWorldDraw& wd) {
+             const OdGePoint3d points[] = { { 0, 0, 0 }, { 1, 0, 0 }, { 0, 1, 0 } };
+             const OdInt32 faces[] = { 3, 0, 1, 2 };
+             wd.geometry().pushModelTransform(OdGeMatrix3d::translation(OdGeVector3d(nan, 0, 0)));
+             wd.geometry().shell(3, points, 4, faces);
+             wd.geometry().popModelTransform();
+           });
+    QTest::newRow("polyline through infinity") << overflowing([](OdGiWorldDraw& wd) {
+      const OdGePoint3d points[] = { { 0, 0, 0 }, { 1e-300, 0, 0 }, { 1e10, 0, 0 }, { 0, 1e-300, 0 } };
+      wd.geometry().polyline(4, points);
+    });
+    QTest::newRow("circles of no or endless radius") << DrawFunction([inf](OdGiWorldDraw& wd) {
+      wd.geometry().circle(OdGePoint3d(0, 0, 3), 0.0, OdGeVector3d::kZAxis);
+      wd.geometry().circle(OdGePoint3d(0, 0, 3), 1e300, OdGeVector3d::kZAxis);
+      wd.geometry().circle(OdGePoint3d(inf, 0, 3), 1.0, OdGeVector3d::kZAxis);
+    });
+  }
+
+  void degenerateGeometryIsLeftOutAndTheRestDrawn()
+  {
+    QFETCH(DrawFunction, draw);
+    run(QStringLiteral("box -1,-1,-1 2,2,2 1"));
+    tstDrawnEntity::rxInit();
+    {
+      OdSmartPtr<tstDrawnEntity> entity = tstDrawnEntity::createObject();
+      entity->draw = draw;
+      OdDbBlockTableRecordPtr space = app().currentDatabase()->getModelSpaceId().safeOpenObject(OdDb::kForWrite);
+      space->appendOdDbEntity(entity);
+    }
+    look(OdGePoint3d(0, -6, 0), OdGePoint3d(0, 0, 0));
+    const QImage image = render();
+    tstDrawnEntity::rxUninit();
+    QVERIFY(!image.isNull());
+    QVERIFY(isRed(image.pixel(kSize.width() / 2, kSize.height() / 2)));
+    QVERIFY(QLineF(redCentroid(image), QPointF(kSize.width() / 2.0, kSize.height() / 2.0)).length() < 2.0);
   }
 
   void refusesWhatItCannotRender_data()
