@@ -41,7 +41,7 @@ OdDbCommandContextPtr drawingContext(OdEdCommandContext* pCmdCtx, OdDbDatabasePt
 // the editor's dock comes up.
 void announce(const kovDbAnimation* animation)
 {
-  kovAnimationModule::globalEditingAnimationId() = animation->objectId();
+  kovAnimationModule::setEditingAnimation(animation->objectId());
   if (IkovPropSystem* props = kovHostService<IkovPropSystem>())
     props->showProperties(animation->objectId());
   if (kovAnimationModule* module = kovAnimationModule::instance())

@@ -6,6 +6,8 @@
 #include "editor/kovAnimationEditorWidget.h"
 #include "host/api/IkovApplication.h"
 
+#include "Db/OdDbDatabase.h"
+#include "Db/OdDbDatabaseReactor.h"
 #include "Db/OdDbEntity.h"
 #include "Ed/OdEdCommandStack.h"
 #include "Rx/OdRxDictionary.h"
@@ -45,6 +47,48 @@ OdDbObjectId& kovAnimationModule::globalEditingAnimationId()
   return id;
 }
 
+namespace {
+
+class EditingDrawingWatch : public OdDbDatabaseReactor {
+public:
+  void watch(OdDbDatabase* db)
+  {
+    if (db == m_db)
+      return;
+    if (m_db)
+      m_db->removeReactor(this);
+    m_db = db;
+    if (m_db)
+      m_db->addReactor(this);
+  }
+  void goodbye(const OdDbDatabase* pDb) override
+  {
+    if (pDb != m_db)
+      return;
+    m_db = nullptr;
+    kovAnimationModule::globalEditingAnimationId().setNull();
+  }
+  void addRef() override {}
+  void release() override {}
+
+private:
+  OdDbDatabase* m_db = nullptr;
+};
+
+EditingDrawingWatch& editingDrawingWatch()
+{
+  static EditingDrawingWatch watch;
+  return watch;
+}
+
+} // namespace
+
+void kovAnimationModule::setEditingAnimation(const OdDbObjectId& id)
+{
+  globalEditingAnimationId() = id;
+  editingDrawingWatch().watch(id.database());
+}
+
 bool& kovAnimationModule::isPlaying()
 {
   static bool playing = false;
@@ -78,6 +122,7 @@ void kovAnimationModule::initApp()
 
 void kovAnimationModule::uninitApp()
 {
+  setEditingAnimation(OdDbObjectId());
   odrxSysRegistry()->remove(OdString(IkovAnimatedScene::serviceId()));
   OdEdCommandStackPtr commands = odedRegCmds();
   for (const OdEdCommand& command : m_commands)

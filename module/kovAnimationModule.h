@@ -29,6 +29,9 @@ public:
 
   static kovAnimationModule* instance();
   static OdDbObjectId& globalEditingAnimationId();
+  // Makes the animation the one being edited, and forgets it when its drawing
+  // goes (its id would point into a freed drawing).
+  static void setEditingAnimation(const OdDbObjectId& id);
   static bool& isPlaying();
   static bool& isProducing();
 

@@ -3,6 +3,7 @@
 #include "host/render/kovOcctConvert.h"
 #include "host/render/kovRenderDisplay.h"
 #include "host/render/kovRenderLog.h"
+#include "host/render/kovSkyCubeMap.h"
 
 #include <AIS_InteractiveContext.hxx>
 #include <OSD_Environment.hxx>
@@ -36,6 +37,28 @@ Quantity_Color rgb(const kovRgb& c)
   return Quantity_Color(std::min(c.r, 1.0), std::min(c.g, 1.0), std::min(c.b, 1.0), Quantity_TOC_RGB);
 }
 
+// The path tracer's weights of sun and sky against the rasterizer's. Its
+// diffuse surfaces reflect a light's radiance over pi, and on a GL without
+// sRGB buffers it squares colours in and takes square roots out, so the
+// weights were matched by pictures: a sunlit grey ground as bright as the
+// rasterizer draws it, and the sun's shadows as deep.
+constexpr double kTracedSunGain = 16.0;
+constexpr double kTracedSkyGain = 0.3;
+
+// A light of any brightness: the engine's colours stop at 1, so the colour is
+// scaled to its brightest channel and the rest goes into the intensity.
+void setRadiance(Graphic3d_CLight& light, const kovRgb& c)
+{
+  const double peak = std::max({ c.r, c.g, c.b });
+  if (peak <= 0.0) {
+    light.SetColor(Quantity_NOC_BLACK);
+    light.SetIntensity(0.01f);
+    return;
+  }
+  light.SetColor(Quantity_Color(c.r / peak, c.g / peak, c.b / peak, Quantity_TOC_RGB));
+  light.SetIntensity(static_cast<Standard_ShortReal>(std::max(peak, 0.01)));
+}
+
 } // namespace
 
 std::unique_ptr<OdGsDevice> OdGsDevice::create(QString& error)
@@ -64,13 +87,22 @@ std::unique_ptr<OdGsDevice> OdGsDevice::create(QString& error)
     device->m_context->SetAutomaticHilight(false);
     device->m_model = std::make_unique<OdGsModel>(device->m_context);
     device->m_sun = new V3d_DirectionalLight(gp_Dir(0.0, 0.0, -1.0));
-    device->m_sun->SetName("sun");
     device->m_ambient = new V3d_AmbientLight();
-    device->m_ambient->SetName("sky");
-    device->m_viewer->AddLight(device->m_ambient);
-    device->m_viewer->SetLightOn(device->m_ambient);
-    device->m_viewer->AddLight(device->m_sun);
-    device->m_viewer->SetLightOn(device->m_sun);
+    // A sun of no angular size: the tracer takes its intensity as the light
+    // falling on a surface facing it (given a disc, it would take it as the
+    // disc's radiance and drop samples of the small disc as too weak).
+    device->m_tracedSun = new V3d_DirectionalLight(gp_Dir(0.0, 0.0, -1.0));
+    device->m_tracedSky = new V3d_AmbientLight();
+    // Sun and sky are turned on view by view (showLightsIn): a light the
+    // viewer turns on for all its views cannot be turned off in one.
+    const std::pair<Handle(V3d_Light), const char*> lights[] = { { device->m_sun, "sun" },
+                                                                  { device->m_ambient, "sky" },
+                                                                  { device->m_tracedSun, "traced sun" },
+                                                                  { device->m_tracedSky, "traced sky" } };
+    for (const auto& [light, name] : lights) {
+      light->SetName(name);
+      device->m_viewer->AddLight(light);
+    }
     // An afternoon sun from the south-west until an animation says otherwise.
     device->setLighting(kovSkyModel::lighting(kovSkyModel::directionToSun(215.0, 40.0)));
   } catch (const Standard_Failure& failure) {
@@ -108,14 +140,36 @@ void OdGsDevice::applyLighting()
   // The engine refuses an intensity of 0: a sun that gives no light is off.
   m_sun->SetIntensity(static_cast<Standard_ShortReal>(std::max(m_lighting.sunIntensity, 0.01)));
   m_sun->SetCastShadows(m_shadows && m_lighting.sunOn);
-  if (m_lighting.sunOn)
-    m_viewer->SetLightOn(m_sun);
-  else
-    m_viewer->SetLightOff(m_sun);
   m_ambient->SetColor(rgb(m_lighting.ambient));
   m_ambient->SetIntensity(1.0f);
+
+  m_tracedSun->SetDirection(kovOcct::direction(-m_lighting.toSun));
+  const double sun = kTracedSunGain * std::max(m_lighting.sunIntensity, 0.0);
+  setRadiance(*m_tracedSun, { m_lighting.sunColor.r * sun, m_lighting.sunColor.g * sun, m_lighting.sunColor.b * sun });
+  // The tracer's ambient light scales what the sky map sends to surfaces.
+  // Dividing it by the map's own mean gives the sky's light the rasterizer's
+  // ambient colour, nearly neutral, so a grey ground is not tinted by a sky
+  // that is blue to look at.
+  const kovRgb sky = kovSkyCubeMap::meanRadiance(m_lighting);
+  const auto ratio = [](double want, double have) { return have > 1e-4 ? kTracedSkyGain * want / have : 0.0; };
+  setRadiance(*m_tracedSky, { ratio(m_lighting.ambient.r, sky.r), ratio(m_lighting.ambient.g, sky.g),
+                              ratio(m_lighting.ambient.b, sky.b) });
   m_viewer->UpdateLights();
   ++m_lightingRevision;
+}
+
+void OdGsDevice::showLightsIn(const Handle(V3d_View)& view, bool pathTraced) const
+{
+  const auto show = [&view](const Handle(V3d_Light)& light, bool on) {
+    if (on && !view->IsActiveLight(light))
+      view->SetLightOn(light);
+    else if (!on && view->IsActiveLight(light))
+      view->SetLightOff(light);
+  };
+  show(m_sun, !pathTraced && m_lighting.sunOn);
+  show(m_ambient, !pathTraced);
+  show(m_tracedSun, pathTraced && m_lighting.sunOn);
+  show(m_tracedSky, pathTraced);
 }
 
 bool OdGsDevice::update()

@@ -8,6 +8,7 @@
 #include <OpenGl_GraphicDriver.hxx>
 #include <V3d_AmbientLight.hxx>
 #include <V3d_DirectionalLight.hxx>
+#include <V3d_View.hxx>
 #include <V3d_Viewer.hxx>
 
 #include <QString>
@@ -42,6 +43,10 @@ public:
   // Casting shadows from the sun (rasterizer).
   void setShadows(bool on);
   bool shadows() const { return m_shadows; }
+  // Turns on, in view alone, the sun and sky light of the engine that draws
+  // it: the rasterizer's, or the path tracer's, which weighs light by
+  // physical units and gathers the sky from the environment map.
+  void showLightsIn(const Handle(V3d_View)& view, bool pathTraced) const;
 
   // Brings the model and the drawing's lights up to date. True when
   // anything shown changed.
@@ -62,6 +67,8 @@ private:
   std::unique_ptr<OdGsModel> m_model;
   Handle(V3d_DirectionalLight) m_sun;
   Handle(V3d_AmbientLight) m_ambient;
+  Handle(V3d_DirectionalLight) m_tracedSun;
+  Handle(V3d_AmbientLight) m_tracedSky;
   std::vector<Handle(Graphic3d_CLight)> m_drawingLights;
   std::vector<OdGsModel::Light> m_shownLights;
   kovSkyModel::Lighting m_lighting;

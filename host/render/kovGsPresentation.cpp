@@ -25,6 +25,20 @@
 namespace {
 
 constexpr int kCircleSegments = 64;
+// The engine keeps coordinates as floats: past this a point is lost to
+// rounding (and overflows past 3e38), and one such point in the box around
+// the scene would fit the depth range to it and lose everything else.
+constexpr double kFarthest = 1e12;
+
+bool usable(double v)
+{
+  return std::isfinite(v) && std::fabs(v) < kFarthest;
+}
+
+bool usable(const OdGePoint3d& p)
+{
+  return usable(p.x) && usable(p.y) && usable(p.z);
+}
 const Quantity_Color kEdgeColor(0.08, 0.08, 0.1, Quantity_TOC_sRGB);
 
 // The outer loop of each face of a shell (holes are skipped), as vertex
@@ -69,8 +83,16 @@ void addLoop(TrianglesByColor& out, OdUInt32 color, const OdGePoint3dArray& poin
 {
   if (loop.size() < 3)
     return;
+  double longest = 0.0;
+  for (size_t i = 0; i < loop.size(); ++i) {
+    const OdGePoint3d& p = points[static_cast<size_t>(loop[i])];
+    if (!usable(p))
+      return;
+    longest = std::max(longest, p.distanceTo(points[static_cast<size_t>(loop[(i + 1) % loop.size()])]));
+  }
+  // No area against the face's size: a line or a point, whose normal is noise.
   const gp_XYZ n = loopNormal(points, loop);
-  if (n.Modulus() <= 1e-14)
+  if (!(n.Modulus() > 1e-12 * longest * longest))
     return;
   const gp_Dir normal(n);
   std::vector<Corner>& corners = out[color];
@@ -128,9 +150,14 @@ std::vector<Segment> segmentsOf(const std::vector<OdGiPrimitiveRecord>& records)
   for (const OdGiPrimitiveRecord& record : records) {
     const Quantity_Color color = kovOcct::color(record.color);
     if (record.kind == OdGiPrimitiveRecord::kPolyline) {
-      for (size_t i = 1; i < record.points.size(); ++i)
-        out.push_back({ kovOcct::point(record.points[i - 1]), kovOcct::point(record.points[i]), color });
-    } else if (record.kind == OdGiPrimitiveRecord::kCircle && !record.points.isEmpty() && record.radius > 0.0) {
+      // A point that cannot be drawn breaks the line; the rest is drawn.
+      for (size_t i = 1; i < record.points.size(); ++i) {
+        if (usable(record.points[i - 1]) && usable(record.points[i]))
+          out.push_back({ kovOcct::point(record.points[i - 1]), kovOcct::point(record.points[i]), color });
+      }
+    } else if (record.kind == OdGiPrimitiveRecord::kCircle && !record.points.isEmpty()
+               && usable(record.points.first()) && usable(record.radius) && record.radius > 0.0
+               && std::isfinite(record.normal.length())) {
       const gp_Pnt c = kovOcct::point(record.points.first());
       const gp_Dir n = record.normal.isZeroLength() ? gp_Dir(0, 0, 1) : kovOcct::direction(record.normal);
       const gp_Ax2 axes(c, n);
@@ -160,7 +187,7 @@ std::vector<Segment> faceEdgesOf(const std::vector<OdGiPrimitiveRecord>& records
         const size_t a = static_cast<size_t>(loop[i]);
         const size_t b = static_cast<size_t>(loop[(i + 1) % loop.size()]);
         // An edge two faces share is walked both ways: keep one.
-        if (shell && a > b)
+        if ((shell && a > b) || !usable(record.points[a]) || !usable(record.points[b]))
           continue;
         out.push_back({ kovOcct::point(record.points[a]), kovOcct::point(record.points[b]), color });
       }
@@ -196,10 +223,15 @@ kovGsPresentation::kovGsPresentation(const OdDbObjectId& id, std::vector<OdGiPri
   , m_records(std::move(records))
 {
   for (const OdGiPrimitiveRecord& record : m_records) {
-    for (const OdGePoint3d& p : record.points)
-      m_box.Add(kovOcct::point(p));
-    if (record.kind == OdGiPrimitiveRecord::kShell)
-      forEachFace(record, [this](const std::vector<OdInt32>& loop) { m_triangleCount += loop.size() - 2; });
+    for (const OdGePoint3d& p : record.points) {
+      if (usable(p))
+        m_box.Add(kovOcct::point(p));
+    }
+    if (record.kind == OdGiPrimitiveRecord::kShell) {
+      forEachFace(record, [this](const std::vector<OdInt32>& loop) {
+        m_triangleCount += loop.size() >= 3 ? loop.size() - 2 : 0;
+      });
+    }
   }
   SetDisplayMode(Shaded);
 }
@@ -260,7 +292,7 @@ void kovGsPresentation::addImages(const Handle(Prs3d_Presentation)& prs) const
 {
   for (const OdGiPrimitiveRecord& record : m_records) {
     if (record.kind != OdGiPrimitiveRecord::kRasterImage || record.image.isNull() || record.points.isEmpty()
-        || record.image->isEmpty())
+        || record.image->isEmpty() || !usable(record.points.first()))
       continue;
     Handle(Graphic3d_Texture2Dmanual) texture = new Graphic3d_Texture2Dmanual(kovOcct::pixMap(*record.image));
     texture->EnableModulate();
@@ -294,7 +326,8 @@ void kovGsPresentation::addImages(const Handle(Prs3d_Presentation)& prs) const
 void kovGsPresentation::addTexts(const Handle(Prs3d_Presentation)& prs) const
 {
   for (const OdGiPrimitiveRecord& record : m_records) {
-    if (record.kind != OdGiPrimitiveRecord::kText || record.points.isEmpty() || record.text.isEmpty())
+    if (record.kind != OdGiPrimitiveRecord::kText || record.points.isEmpty() || record.text.isEmpty()
+        || !usable(record.points.first()))
       continue;
     Handle(Graphic3d_Text) text = new Graphic3d_Text(static_cast<Standard_ShortReal>(record.height));
     text->SetText(TCollection_ExtendedString(odToQString(record.text).toUtf8().constData(), true));
@@ -328,7 +361,7 @@ void kovGsPresentation::ComputeSelection(const Handle(SelectMgr_Selection)& theS
   for (const Segment& segment : segmentsOf(m_records))
     theSel->Add(new Select3D_SensitiveSegment(owner, segment.a, segment.b));
   for (const OdGiPrimitiveRecord& record : m_records) {
-    if (record.kind != OdGiPrimitiveRecord::kRasterImage || record.points.isEmpty())
+    if (record.kind != OdGiPrimitiveRecord::kRasterImage || record.points.isEmpty() || !usable(record.points.first()))
       continue;
     const gp_Pnt o = kovOcct::point(record.points.first());
     const gp_Vec u = kovOcct::vector(record.direction);

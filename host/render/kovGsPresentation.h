@@ -15,8 +15,11 @@
 // presentation by its faces, lines and images, and it names its entity.
 //
 // Faces are lit flat, each with its own normal; a face with holes is filled
-// without them. Faces of no area are left out, and so are primitives the
-// recorder already refused (coordinates that are not finite).
+// without them. What cannot be drawn is left out and the rest drawn: faces of
+// no area, faces with a point that is not finite or too far out for the
+// engine's float coordinates, the segments of a line next to such a point,
+// circles of no radius or with such a centre.
+
 class kovGsPresentation : public AIS_InteractiveObject {
   DEFINE_STANDARD_RTTI_INLINE(kovGsPresentation, AIS_InteractiveObject)
 public:

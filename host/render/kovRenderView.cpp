@@ -129,7 +129,9 @@ void kovRenderView::applyCamera()
 void kovRenderView::applySky()
 {
   const kovSkyModel::Lighting& lighting = m_device.lighting();
-  if (m_style == VisualStyle::Rendered) {
+  const bool traced = m_style == VisualStyle::Rendered;
+  m_device.showLightsIn(m_view, traced);
+  if (traced) {
     m_view->SetBackgroundCubeMap(kovSkyCubeMap::create(lighting), false, false);
   } else {
     m_view->SetBackgroundCubeMap(Handle(Graphic3d_CubeMap)(), false, false);
@@ -146,9 +148,14 @@ void kovRenderView::applyStyle()
   params.IsGlobalIlluminationEnabled = traced;
   params.IsAntialiasingEnabled = traced;
   params.RaytracingDepth = 4;
-  params.ToneMappingMethod = traced ? Graphic3d_ToneMappingMethod_Filmic : Graphic3d_ToneMappingMethod_Disabled;
+  // No tone curve: the filmic one greys a blue sky to white, and the scene's
+  // light is weighed (OdGsDevice) to stay in range as in the rasterizer.
+  params.ToneMappingMethod = Graphic3d_ToneMappingMethod_Disabled;
   params.Exposure = 0.0f;
-  params.WhitePoint = 2.0f;
+  // Clamps the rare bright path so that it does not stay a speck for
+  // hundreds of passes; sunlit surfaces stay well under it.
+  params.RadianceClampingValue = 10.0f;
+  params.IsTransparentShadowEnabled = true;
   params.NbMsaaSamples = traced ? 0 : m_msaa;
   params.IsShadowEnabled = !traced && m_style != VisualStyle::Wireframe;
   m_drawnLighting = ~0u;

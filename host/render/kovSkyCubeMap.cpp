@@ -39,10 +39,25 @@ kovRgb kovSkyCubeMap::colorAt(const kovSkyModel::Lighting& lighting, double elev
 {
   if (elevation < 0.0)
     return lighting.ground;
-  const double t = std::pow(std::sin(std::min(elevation, M_PI / 2.0)), 0.6);
+  const double t = std::pow(std::sin(std::min(elevation, M_PI / 2.0)), 0.4);
   const kovRgb& h = lighting.skyHorizon;
   const kovRgb& z = lighting.skyZenith;
   return { h.r + (z.r - h.r) * t, h.g + (z.g - h.g) * t, h.b + (z.b - h.b) * t };
+}
+
+kovRgb kovSkyCubeMap::meanRadiance(const kovSkyModel::Lighting& lighting)
+{
+  // The mean over the hemisphere of L cos(theta) / pi is the integral over
+  // elevation of L sin(2 el).
+  constexpr int kSteps = 90;
+  kovRgb sum;
+  for (int i = 0; i < kSteps; ++i) {
+    const double elevation = (i + 0.5) / kSteps * M_PI / 2.0;
+    const double weight = std::sin(2.0 * elevation) * (M_PI / 2.0) / kSteps;
+    const kovRgb c = colorAt(lighting, elevation);
+    sum = { sum.r + c.r * weight, sum.g + c.g * weight, sum.b + c.b * weight };
+  }
+  return sum;
 }
 
 Handle(Graphic3d_CubeMap) kovSkyCubeMap::create(const kovSkyModel::Lighting& lighting, int size)

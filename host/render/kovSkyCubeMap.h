@@ -14,6 +14,9 @@ public:
   static Handle(Graphic3d_CubeMap) create(const kovSkyModel::Lighting& lighting, int size = 64);
   // The sky's colour at an elevation (radians), as the map holds it.
   static kovRgb colorAt(const kovSkyModel::Lighting& lighting, double elevation);
+  // The mean of the sky above the horizon as a level surface under it sees
+  // it (weighted by the cosine to the zenith).
+  static kovRgb meanRadiance(const kovSkyModel::Lighting& lighting);
 };
 
 #endif

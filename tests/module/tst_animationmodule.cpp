@@ -223,6 +223,11 @@ void tst_AnimationModule::scriptedPathCreatesTheCameraAnimation()
   QCOMPARE(keys.first(), 0);
   QVERIFY(keys.at(1) > 14142 && keys.at(1) < 16000);
   QVERIFY(keys.last() > 28284 && keys.last() < 32000);
+
+  // The drawing goes: the module forgets the animation instead of keeping an
+  // id into freed memory.
+  started.db = nullptr;
+  QVERIFY(kovAnimationModule::globalEditingAnimationId().isNull());
 }
 
 void tst_AnimationModule::promptsOfferCloseFromTheThirdPoint()
