@@ -243,3 +243,15 @@ OdResult kovDbAnimation::subErase(bool erasing)
   }
   return OdDbEntity::subErase(erasing);
 }
+
+bool kovDbAnimation::viewsThroughCamera() const
+{
+  assertReadEnabled();
+  return m_viewsThroughCamera;
+}
+
+void kovDbAnimation::setViewsThroughCamera(bool on)
+{
+  assertWriteEnabled();
+  m_viewsThroughCamera = on;
+}

@@ -53,6 +53,10 @@ public:
 
   bool areGizmosHidden() const;
   bool& hideAnimationGizmos();
+  // Whether the editor looks through the animation's camera while the
+  // position moves. A setting of the session: not filed.
+  bool viewsThroughCamera() const;
+  void setViewsThroughCamera(bool on);
 
   // Keeps the track's keyframes that depend on other data up to date
   // whenever one of its sub-tracks changes.
@@ -119,6 +123,7 @@ private:
   std::vector<kovAnimationTrackPtr> m_tracks;
   QList<kovCameraCut> m_cuts;
   bool m_gizmosHidden = false;
+  bool m_viewsThroughCamera = false;
   std::unique_ptr<kovDbAnimationTrackWatcher> m_watcher;
 };
 

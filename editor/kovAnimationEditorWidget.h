@@ -1,14 +1,138 @@
 #ifndef KOV_ANIMATION_EDITOR_WIDGET_H
 #define KOV_ANIMATION_EDITOR_WIDGET_H
 
+#include "db/kovDbAnimation.h"
+#include "editor/kovTimelineScale.h"
+
+#include "Db/OdDbObjectId.h"
+
+#include <QDateTime>
+#include <QIcon>
+#include <QMap>
+#include <QModelIndex>
+#include <QPointer>
 #include <QWidget>
 
-// The dockable animation editor. For now an empty page in the editor's dock:
-// the track tree, the timeline and the production bar come next.
+class OdDbDatabase;
+class QAbstractItemModel;
+class QCheckBox;
+class QComboBox;
+class QPushButton;
+class QSpinBox;
+class QTableView;
+class QTimer;
+class kovAnimationModel;
+class kovAnimationTimelineHeaderWidget;
+class kovAnimationTracksHeaderWidget;
+class kovAnimationTreeView;
+
+// The dockable animation editor. It shows the module's editing animation:
+// its tracks and sub-tracks in the track tree, their keyframes on the
+// timeline beside it, and the camera-cut bar for preview and production.
+// Every change goes through the animation entity opened for write; the
+// widget keeps nothing of the animation but the current position it shows,
+// the visible start and the zoom of the timeline.
 class kovAnimationEditorWidget : public QWidget {
   Q_OBJECT
 public:
   explicit kovAnimationEditorWidget(QWidget* parent = nullptr);
+  ~kovAnimationEditorWidget() override;
+
+  // The animation shown (the module's editing animation), or null.
+  OdDbObjectId animationId() const;
+  OdDbDatabase* database() const { return m_db; }
+
+  // The shown animation's current time. Setting it writes it into the
+  // entity, looks through the camera when "Animation Camera" is on, has the
+  // host redraw the animated scene and says currentPositionChanged.
+  int currentPosition() const { return m_position; }
+  void setCurrentPosition(int ms);
+  // The time at the left edge of the timeline's lane.
+  int visibleStart() const { return m_visibleStart; }
+  void setVisibleStart(int ms);
+  // Clamped to kovTimelineScale's range; keeps the current-time cursor at
+  // its pixel.
+  double zoom() const { return m_zoom; }
+  void setZoom(double zoom);
+  // The scale for the lane as wide as the tree's column 1 is now.
+  const kovTimelineScale& scale() const { return m_scale; }
+  void updateScale();
+  int totalDuration() const;
+
+  kovAnimationModel* model() const { return m_model; }
+  kovAnimationTreeView* treeView() const { return m_tree; }
+  QTimer* playbackTimer() const { return m_timer; }
+  QTableView* cutTable() const { return m_cutTable; }
+  // The camera-cut table's model, one row per cut of the shown animation
+  // (the production model); none until it is given.
+  void setCutModel(QAbstractItemModel* model);
+  kovAnimationTracksHeaderWidget* tracksHeader() const { return m_tracksHeader; }
+  kovAnimationTimelineHeaderWidget* timelineHeader() const { return m_timelineHeader; }
+
+signals:
+  void currentPositionChanged(int currentMillisecond);
+  void currentZoomChanged(double currentZoom);
+  void animationSizeChanged(int totalMilliseconds);
+
+public slots:
+  void refresh(QString qsKey, QString qsArg);
+  void selectAnimation(OdDbObjectId animationId);
+  void selectItem(int trackIndex, int elementIndex, int kfIndex);
+  void checkActiveProductionButtons(QModelIndex current);
+  void onPlaybackTimer();
+  void saveFrameImage();
+  void onProductionCanceled();
+
+private:
+  void buildLayout();
+  void rebuildCombo();
+  void rebuildTree();
+  void showDatabase(OdDbDatabase* db);
+  void createAnimation();
+  void continueCreate(const OdDbObjectId& previous);
+  void removeAnimation();
+  void editNameAndDescription();
+  void playPause();
+  void stop();
+  void stepCut(int delta);
+  void addCut();
+  void removeCut();
+  void produce();
+  void applyAnimationCamera();
+  void setPlaying(bool playing);
+  // The shown animation opened for read or write; null without one.
+  kovDbAnimationPtr openAnimation(OdDb::OpenMode mode = OdDb::kForRead) const;
+
+  OdDbDatabase* m_db = nullptr;
+  QMap<OdDbDatabase*, OdDbObjectId> m_shownByDatabase;
+  int m_position = 0;
+  int m_visibleStart = 0;
+  double m_zoom = kovTimelineScale::kInitialZoom;
+  kovTimelineScale m_scale;
+
+  QComboBox* m_animations = nullptr;
+  QPushButton* m_create = nullptr;
+  QPushButton* m_remove = nullptr;
+  QPushButton* m_edit = nullptr;
+  QPushButton* m_productionPanel = nullptr;
+  kovAnimationTracksHeaderWidget* m_tracksHeader = nullptr;
+  kovAnimationTimelineHeaderWidget* m_timelineHeader = nullptr;
+  kovAnimationTreeView* m_tree = nullptr;
+  kovAnimationModel* m_model = nullptr;
+  QWidget* m_productionBar = nullptr;
+  QPushButton* m_previous = nullptr;
+  QPushButton* m_stop = nullptr;
+  QPushButton* m_play = nullptr;
+  QPushButton* m_next = nullptr;
+  QSpinBox* m_positionBox = nullptr;
+  QPushButton* m_addCut = nullptr;
+  QPushButton* m_removeCut = nullptr;
+  QPushButton* m_produce = nullptr;
+  QCheckBox* m_animationCamera = nullptr;
+  QTableView* m_cutTable = nullptr;
+  QIcon m_playIcon;
+  QIcon m_pauseIcon;
+  QTimer* m_timer = nullptr;
 };
 
 #endif

@@ -3,11 +3,10 @@
 #include "db/AnimationGripAppData.h"
 #include "db/kovDbAnimation.h"
 #include "db/kovDbTempBlockReference.h"
+#include "db/kovEditingState.h"
 #include "editor/kovAnimationEditorWidget.h"
 #include "host/api/IkovApplication.h"
 
-#include "Db/OdDbDatabase.h"
-#include "Db/OdDbDatabaseReactor.h"
 #include "Db/OdDbEntity.h"
 #include "Ed/OdEdCommandStack.h"
 #include "Rx/OdRxDictionary.h"
@@ -43,62 +42,22 @@ kovAnimationModule* kovAnimationModule::instance()
 
 OdDbObjectId& kovAnimationModule::globalEditingAnimationId()
 {
-  static OdDbObjectId id;
-  return id;
+  return kovEditingState::editingAnimationId();
 }
-
-namespace {
-
-class EditingDrawingWatch : public OdDbDatabaseReactor {
-public:
-  void watch(OdDbDatabase* db)
-  {
-    if (db == m_db)
-      return;
-    if (m_db)
-      m_db->removeReactor(this);
-    m_db = db;
-    if (m_db)
-      m_db->addReactor(this);
-  }
-  void goodbye(const OdDbDatabase* pDb) override
-  {
-    if (pDb != m_db)
-      return;
-    m_db = nullptr;
-    kovAnimationModule::globalEditingAnimationId().setNull();
-  }
-  void addRef() override {}
-  void release() override {}
-
-private:
-  OdDbDatabase* m_db = nullptr;
-};
-
-EditingDrawingWatch& editingDrawingWatch()
-{
-  static EditingDrawingWatch watch;
-  return watch;
-}
-
-} // namespace
 
 void kovAnimationModule::setEditingAnimation(const OdDbObjectId& id)
 {
-  globalEditingAnimationId() = id;
-  editingDrawingWatch().watch(id.database());
+  kovEditingState::setEditingAnimation(id);
 }
 
 bool& kovAnimationModule::isPlaying()
 {
-  static bool playing = false;
-  return playing;
+  return kovEditingState::isPlaying();
 }
 
 bool& kovAnimationModule::isProducing()
 {
-  static bool producing = false;
-  return producing;
+  return kovEditingState::isProducing();
 }
 
 void kovAnimationModule::initApp()
