@@ -64,6 +64,12 @@ QList<kovDbAnimationPtr> animationsOf(OdDbDatabase* db)
   return animations;
 }
 
+// The cuts of an animation open for read (the other overload asks for write).
+const QList<kovCameraCut>& cutsOf(const kovDbAnimation& animation)
+{
+  return animation.sceneCuts();
+}
+
 bool isCameraTrack(const kovAnimationTrackPtr& track)
 {
   return !track.isNull() && track->trackTypeIdentifier() == QLatin1String("Camera");
@@ -365,6 +371,8 @@ void kovAnimationEditorWidget::refresh(QString qsKey, QString qsArg)
   OdDbDatabase* db = app ? app->currentDatabase() : nullptr;
   if (db != m_db)
     showDatabase(db);
+  else
+    rebuildCombo();
   // After the host has finished its own event.
   QMetaObject::invokeMethod(
       this, [this] { rebuildTree(); }, Qt::QueuedConnection);
@@ -462,9 +470,9 @@ void kovAnimationEditorWidget::playPause()
   }
   const QModelIndex current = m_cutTable->currentIndex();
   kovDbAnimationPtr animation = openAnimation();
-  if (!current.isValid() || animation.isNull() || current.row() >= animation->sceneCuts().size())
+  if (!current.isValid() || animation.isNull() || current.row() >= cutsOf(*animation).size())
     return;
-  const kovCameraCut cut = animation->sceneCuts().at(current.row());
+  const kovCameraCut cut = cutsOf(*animation).at(current.row());
   if (animation->selectedSceneCutIndex() != current.row()) {
     animation->upgradeOpen();
     animation->setSelectedSceneCutIndex(current.row());
@@ -571,12 +579,12 @@ void kovAnimationEditorWidget::onPlaybackTimer()
   }
   const kovDbAnimationPtr animation = openAnimation();
   const int row = animation.isNull() ? -1 : animation->selectedSceneCutIndex();
-  if (row < 0 || row >= animation->sceneCuts().size()) {
+  if (row < 0 || row >= cutsOf(*animation).size()) {
     setPlaying(false);
     m_timer->stop();
     return;
   }
-  const kovCameraCut cut = animation->sceneCuts().at(row);
+  const kovCameraCut cut = cutsOf(*animation).at(row);
   const QDateTime now = QDateTime::currentDateTime();
   const qint64 elapsed = m_timer->property("LastFrameTime").toDateTime().msecsTo(now);
   m_timer->setProperty("LastFrameTime", now);
