@@ -1,0 +1,30 @@
+#include "editor/kovAnimationtreeViewHeader.h"
+
+#include "editor/kovAnimationEditorWidget.h"
+#include "editor/kovAnimationTracksHeaderWidget.h"
+
+#include <QAbstractScrollArea>
+
+kovAnimationtreeViewHeader::kovAnimationtreeViewHeader(kovAnimationEditorWidget* editor, QWidget* parent)
+  : QHeaderView(Qt::Horizontal, parent)
+  , m_editor(editor)
+{
+  setStretchLastSection(true);
+  setSectionsMovable(false);
+  // Column 0 starts as wide as the tracks header needs to show its fields.
+  setDefaultSectionSize(editor->tracksHeader() ? editor->tracksHeader()->sizeHint().width() : 300);
+  connect(this, &QHeaderView::sectionResized, this,
+          [this](int logicalIndex, int, int newSize) { followSection(logicalIndex, newSize); });
+}
+
+void kovAnimationtreeViewHeader::followSection(int logicalIndex, int newSize)
+{
+  if (logicalIndex == 1) {
+    m_editor->updateScale();
+    return;
+  }
+  kovAnimationTracksHeaderWidget* tracks = m_editor->tracksHeader();
+  auto* tree = qobject_cast<QAbstractScrollArea*>(parentWidget());
+  if (logicalIndex == 0 && tracks && tree)
+    tracks->setFixedWidth(tree->viewport()->x() + newSize);
+}
