@@ -5,12 +5,21 @@
 
 #include <QAbstractScrollArea>
 
+namespace {
+
+const int kStripHeight = 6;
+
+} // namespace
+
 kovAnimationtreeViewHeader::kovAnimationtreeViewHeader(kovAnimationEditorWidget* editor, QWidget* parent)
   : QHeaderView(Qt::Horizontal, parent)
   , m_editor(editor)
 {
   setStretchLastSection(true);
   setSectionsMovable(false);
+  // The sections have no titles (the headers above the tree say what the
+  // columns hold): a thin strip is enough to take column 0's edge.
+  setFixedHeight(kStripHeight);
   // Column 0 starts as wide as the tracks header needs to show its fields.
   setDefaultSectionSize(editor->tracksHeader() ? editor->tracksHeader()->sizeHint().width() : 300);
   connect(this, &QHeaderView::sectionResized, this,
