@@ -24,6 +24,8 @@ kovAnimationtreeViewHeader::kovAnimationtreeViewHeader(kovAnimationEditorWidget*
   setDefaultSectionSize(editor->tracksHeader() ? editor->tracksHeader()->sizeHint().width() : 300);
   connect(this, &QHeaderView::sectionResized, this,
           [this](int logicalIndex, int, int newSize) { followSection(logicalIndex, newSize); });
+  // Column 0 takes its default size without a resize to say so.
+  followSection(0, defaultSectionSize());
 }
 
 void kovAnimationtreeViewHeader::followSection(int logicalIndex, int newSize)
@@ -35,5 +37,5 @@ void kovAnimationtreeViewHeader::followSection(int logicalIndex, int newSize)
   kovAnimationTracksHeaderWidget* tracks = m_editor->tracksHeader();
   auto* tree = qobject_cast<QAbstractScrollArea*>(parentWidget());
   if (logicalIndex == 0 && tracks && tree)
-    tracks->setFixedWidth(tree->viewport()->x() + newSize);
+    tracks->setFixedWidth(tree->frameWidth() + newSize);
 }

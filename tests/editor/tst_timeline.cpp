@@ -311,6 +311,8 @@ void tst_Timeline::cursorShowsOnlyInTheVisibleRange()
   QCOMPARE(handle, QList<int>({ x - 5, x + 5 }));
   const int lineX = m_tree->laneLeft() + x;
   QCOMPARE(line, QList<int>({ lineX - 1, lineX, lineX + 1 }));
+  // The handle stands above the line.
+  QCOMPARE(m_header->mapTo(m_editor, QPoint(x, 0)).x(), m_tree->viewport()->mapTo(m_editor, QPoint(lineX, 0)).x());
 }
 
 void tst_Timeline::dragsChangeTheEntity_data()
