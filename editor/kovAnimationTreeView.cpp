@@ -112,7 +112,8 @@ kovAnimationTreeView::Hit kovAnimationTreeView::hitTest(const QPoint& pos) const
   }
   const int x = pos.x() - laneLeft();
   const kovDbAnimationPtr animation = m_editor->openAnimation();
-  const kovAnimationTrack* track = animation.isNull() || x < 0 ? nullptr : kovAnimationModelDelegate::trackAt(*animation, hit.track);
+  const kovAnimationTrack* track =
+      animation.isNull() || x < 0 ? nullptr : kovAnimationModelDelegate::trackAt(*animation, hit.track);
   if (!track)
     return hit;
   const kovTimelineScale& scale = m_editor->scale();
@@ -279,8 +280,9 @@ void kovAnimationTreeView::hover(const Hit& hit)
 {
   const bool wasKey = m_hover.zone == Keyframe;
   const bool isKey = hit.zone == Keyframe;
-  const bool changed = wasKey != isKey
-                       || (isKey && (hit.track != m_hover.track || hit.element != m_hover.element || hit.key != m_hover.key));
+  const bool changed =
+      wasKey != isKey
+      || (isKey && (hit.track != m_hover.track || hit.element != m_hover.element || hit.key != m_hover.key));
   m_hover = hit;
   switch (hit.zone) {
   case SpanStart:
@@ -330,7 +332,8 @@ QVariant kovAnimationTreeView::laneToolTip(const QModelIndex& index) const
   if (!hoveredKey(kovAnimationModel::trackIndexOf(index), kovAnimationModel::elementIndexOf(index)))
     return QVariant();
   const kovDbAnimationPtr animation = m_editor->openAnimation();
-  const kovAnimationTrack* track = animation.isNull() ? nullptr : kovAnimationModelDelegate::trackAt(*animation, m_hover.track);
+  const kovAnimationTrack* track =
+      animation.isNull() ? nullptr : kovAnimationModelDelegate::trackAt(*animation, m_hover.track);
   if (!track || m_hover.element >= track->numElements())
     return QVariant();
   const QVariant value = track->elementAt(m_hover.element).values().value(m_hover.key);

@@ -15,7 +15,8 @@ class kovAnimationItem;
 class kovAnimationTreeView : public QTreeView {
   Q_OBJECT
 public:
-  // What a row offers under the pointer.
+  // What a row offers under the pointer; the zones from SpanStart on are
+  // the ones a left-button drag moves.
   enum Zone { NoZone, EditSpot, RemoveSpot, SpanStart, SpanEnd, SpanBody, Keyframe };
   struct Hit {
     Zone zone = NoZone;
