@@ -265,7 +265,7 @@ void kovAnimationEditorWidget::setZoom(double zoom)
 void kovAnimationEditorWidget::updateScale()
 {
   const double labelWidth = QFontMetrics(QApplication::font()).horizontalAdvance(QStringLiteral("-250.0s"));
-  m_scale = kovTimelineScale::compute(m_visibleStart, m_zoom, m_tree->laneWidth(), labelWidth, m_position, m_scale.step);
+  m_scale = kovTimelineScale::compute(m_visibleStart, m_zoom, m_tree->laneWidth(), labelWidth, m_position);
   m_tree->viewport()->update();
   m_timelineHeader->update();
 }

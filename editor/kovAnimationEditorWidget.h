@@ -40,6 +40,8 @@ public:
 
   // The animation shown (the module's editing animation), or null.
   OdDbObjectId animationId() const;
+  // The shown animation opened for read or write; null without one.
+  kovDbAnimationPtr openAnimation(OdDb::OpenMode mode = OdDb::kForRead) const;
   OdDbDatabase* database() const { return m_db; }
 
   // The shown animation's current time. Setting it writes it into the
@@ -100,8 +102,6 @@ private:
   void produce();
   void applyAnimationCamera();
   void setPlaying(bool playing);
-  // The shown animation opened for read or write; null without one.
-  kovDbAnimationPtr openAnimation(OdDb::OpenMode mode = OdDb::kForRead) const;
 
   OdDbDatabase* m_db = nullptr;
   QMap<OdDbDatabase*, OdDbObjectId> m_shownByDatabase;

@@ -7,7 +7,7 @@ const int kovTimelineScale::kTickSteps[kovTimelineScale::kTickStepCount] = {
 };
 
 kovTimelineScale kovTimelineScale::compute(int visibleStart, double zoom, int laneWidth, double labelWidth,
-                                           int currentPosition, int previousStep)
+                                           int currentPosition)
 {
   kovTimelineScale scale;
   scale.visibleStart = visibleStart;
@@ -15,7 +15,7 @@ kovTimelineScale kovTimelineScale::compute(int visibleStart, double zoom, int la
   scale.pixelsPerMs = 1.0 / scale.msPerPixel;
   scale.lastVisible = static_cast<int>(std::lround(visibleStart + laneWidth * scale.msPerPixel));
   const double minimumStep = labelWidth / 3.0 / scale.pixelsPerMs;
-  scale.step = previousStep;
+  scale.step = kTickSteps[0];
   for (int step : kTickSteps) {
     if (step < minimumStep)
       break;
@@ -32,7 +32,7 @@ kovTimelineScale kovTimelineScale::compute(int visibleStart, double zoom, int la
 
 int kovTimelineScale::xOf(int ms) const
 {
-  return static_cast<int>(std::lround((static_cast<double>(ms) - firstTick) * pixelsPerMs));
+  return static_cast<int>(std::lround((static_cast<double>(ms) - visibleStart) * pixelsPerMs));
 }
 
 int kovTimelineScale::timeAt(double x) const

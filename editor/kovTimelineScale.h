@@ -18,9 +18,10 @@ public:
 
   // labelWidth: the pixel width of the widest label ("-250.0s" in the
   // application font); a tick step must leave a third of it between ticks.
-  // previousStep is kept when even the largest step is too fine.
+  // When even the largest step is finer than that, the largest is taken: a
+  // finer one kept from an earlier zoom would put a tick on every pixel.
   static kovTimelineScale compute(int visibleStart, double zoom, int laneWidth, double labelWidth,
-                                  int currentPosition, int previousStep = kTickSteps[0]);
+                                  int currentPosition);
 
   int visibleStart = 0;
   double pixelsPerMs = 0.06;
@@ -30,7 +31,8 @@ public:
   int step = kTickSteps[0];
   int cursorOffset = 0;
 
-  // x of a time from the lane's left edge (the first tick's x is 0).
+  // x of a time from the lane's left edge (the visible start's x is 0, as in
+  // timeAt, so that what is drawn at x is what a click at x takes).
   int xOf(int ms) const;
   // The time under x from the lane's left edge, as the header reads it.
   int timeAt(double x) const;
