@@ -373,6 +373,10 @@ void kovAnimationEditorWidget::refresh(QString qsKey, QString qsArg)
     showDatabase(db);
   else
     rebuildCombo();
+  // A command may have made another animation the editing one.
+  const OdDbObjectId editing = kovEditingState::editingAnimationId();
+  if (!editing.isNull() && editing.database() == m_db && editing != animationId())
+    selectAnimation(editing);
   // After the host has finished its own event.
   QMetaObject::invokeMethod(
       this, [this] { rebuildTree(); }, Qt::QueuedConnection);

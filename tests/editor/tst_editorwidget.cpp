@@ -362,6 +362,13 @@ private slots:
     QCOMPARE(m_editor->animationId(), first);
     QCOMPARE(combo->currentText(), QStringLiteral("First"));
 
+    // A command makes another animation the editing one: the editor follows.
+    const OdDbObjectId made = TestHost::addAnimation(m_db.get(), QStringLiteral("Made"), { QStringLiteral("Camera") });
+    kovEditingState::setEditingAnimation(made);
+    m_editor->refresh(QStringLiteral("<event-refresh:database_changed>"), QString());
+    QCOMPARE(m_editor->animationId(), made);
+    QCOMPARE(combo->currentText(), QStringLiteral("Made"));
+
     m_editor->refresh(QStringLiteral("<event-refresh:database_closed>"), QString());
     QCOMPARE(m_editor->animationId(), OdDbObjectId());
     QCOMPARE(combo->count(), 0);
