@@ -159,9 +159,9 @@ void kovAnimationEditorWidget::buildLayout()
   auto* layout = new QVBoxLayout(this);
   layout->addLayout(title);
   layout->addLayout(headers);
-  layout->addWidget(m_tree, 1);
+  layout->addWidget(m_tree, 3);
   layout->addWidget(m_productionBar);
-  layout->addWidget(m_cutTable);
+  layout->addWidget(m_cutTable, 1);
 
   connect(m_animations, qOverload<int>(&QComboBox::currentIndexChanged), this,
           [this](int row) { selectAnimation(m_animations->itemData(row).value<OdDbObjectId>()); });
