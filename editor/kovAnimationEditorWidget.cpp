@@ -6,6 +6,7 @@
 #include "editor/kovAnimationTimelineHeaderWidget.h"
 #include "editor/kovAnimationTracksHeaderWidget.h"
 #include "editor/kovAnimationTreeView.h"
+#include "editor/kovEditorResources.h"
 
 #include "host/api/IkovApplication.h"
 
@@ -78,7 +79,7 @@ bool isCameraTrack(const kovAnimationTrackPtr& track)
 } // namespace
 
 kovAnimationEditorWidget::kovAnimationEditorWidget(QWidget* parent)
-  : QWidget(parent)
+  : QWidget((kovInitEditorResources(), parent))
   , m_playIcon(QStringLiteral(":/animation/icons/play.png"))
   , m_pauseIcon(QStringLiteral(":/animation/icons/pause.png"))
   , m_timer(new QTimer(this))

@@ -1,6 +1,7 @@
 #include "editor/kovAnimationModel.h"
 
 #include "db/kovDbAnimation.h"
+#include "editor/kovEditorResources.h"
 
 #include "Cm/OdCmEntityColor.h"
 #include "Rx/OdRxClass.h"
@@ -60,6 +61,7 @@ QString trackToolTip(const kovAnimationTrack& track)
 kovAnimationModel::kovAnimationModel(QObject* parent)
   : QAbstractItemModel(parent)
 {
+  kovInitEditorResources();
 }
 
 kovAnimationModel::~kovAnimationModel() = default;
@@ -141,7 +143,13 @@ QColor kovAnimationModel::typeColor(int animationType)
 {
   const OdUInt32 rgb =
       OdCmEntityColor::lookUpRGB(static_cast<OdUInt8>(kovAnimationItem::colorIndexByAnimationType(animationType)));
-  QColor color(static_cast<int>(rgb & 0xFF), static_cast<int>((rgb >> 8) & 0xFF), static_cast<int>((rgb >> 16) & 0xFF));
+  return paleShade(
+      QColor(static_cast<int>(rgb & 0xFF), static_cast<int>((rgb >> 8) & 0xFF), static_cast<int>((rgb >> 16) & 0xFF)));
+}
+
+QColor kovAnimationModel::paleShade(const QColor& original)
+{
+  QColor color = original.toRgb();
   qreal h = 0.0, s = 0.0, l = 0.0, a = 0.0;
   color.getHslF(&h, &s, &l, &a);
   // The lightness is not clamped: a colour it would take past white stays as
@@ -180,10 +188,11 @@ int kovAnimationModel::rowCount(const QModelIndex& parent) const
   if (parent.column() > 0)
     return 0;
   const Node* node = mutableNode(parent);
-  if (node == &m_root)
+  // A track without sub-tracks still reports one row; hasChildren keeps the
+  // view from expanding it. A sub-track is a leaf: a row it claimed could not
+  // be indexed.
+  if (!node->isTrack())
     return static_cast<int>(node->children.size());
-  // A childless row still reports one row; hasChildren keeps the view from
-  // expanding it.
   return std::max(1, static_cast<int>(node->children.size()));
 }
 
@@ -295,7 +304,8 @@ void kovAnimationModel::renumber(Node& node)
 bool kovAnimationModel::insertRows(int row, int count, const QModelIndex& parent)
 {
   Node* node = mutableNode(parent);
-  if (!node || row < 0 || row > static_cast<int>(node->children.size()))
+  // Sub-tracks hold keyframes, not rows of their own.
+  if (!node || node->isSubTrack() || row < 0 || row > static_cast<int>(node->children.size()))
     return false;
   if (count < 1)
     return true;

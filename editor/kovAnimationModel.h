@@ -55,6 +55,8 @@ public:
   // The colour of a sub-track of that animation type: its ACI colour, lighter
   // and less saturated.
   static QColor typeColor(int animationType);
+  // The lighter, paler shade typeColor makes of a colour.
+  static QColor paleShade(const QColor& color);
 
   QModelIndex index(int row, int column, const QModelIndex& parent = QModelIndex()) const override;
   QModelIndex parent(const QModelIndex& child) const override;
