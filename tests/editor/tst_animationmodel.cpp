@@ -23,7 +23,7 @@ namespace {
 
 using Item = kovAnimationItem;
 
-struct TrackSpec {
+struct SampleTrack {
   const char* name;
   const char* description;
   // "Camera", "Environment", a spawned object's name, "light" for a track
@@ -34,7 +34,7 @@ struct TrackSpec {
 
 // Camera with three sub-tracks, environment with a custom parameter, a
 // spawned object without sub-tracks, a light, and a track of nothing.
-const TrackSpec kTracks[] = {
+const SampleTrack kTracks[] = {
   { "Camera", "Main camera", "Camera", { Item::LocationBySpline, Item::RotationToTarget, Item::CustomParameter } },
   { "Sun", "Sky", "Environment", { Item::CustomParameter } },
   { "Oak", "Tree", "Oak", {} },
@@ -99,15 +99,15 @@ void tst_AnimationModel::init()
   m_db = OdDbDatabase::createObject();
   OdDbBlockTableRecordPtr space = m_db->getModelSpaceId().safeOpenObject(OdDb::kForWrite);
   kovDbAnimationPtr animation = kovDbAnimation::createObject();
-  for (const TrackSpec& spec : kTracks) {
+  for (const SampleTrack& sample : kTracks) {
     kovAnimationTrackPtr track(new kovAnimationTrack);
-    track->setName(str(spec.name));
-    track->setDescription(str(spec.description));
-    if (qstrcmp(spec.subject, "light") == 0)
+    track->setName(str(sample.name));
+    track->setDescription(str(sample.description));
+    if (qstrcmp(sample.subject, "light") == 0)
       track->setEntityId(space->appendOdDbEntity(OdDbLight::createObject()));
     else
-      track->setEntityUniqueName(nullptr, str(spec.subject));
-    for (Item::AnimationType type : spec.subTracks)
+      track->setEntityUniqueName(nullptr, str(sample.subject));
+    for (Item::AnimationType type : sample.subTracks)
       addItem(*track, type, {}).setCustomParameterName(str("Turbidity"));
     animation->editTracks().push_back(track);
   }
