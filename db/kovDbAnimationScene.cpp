@@ -215,12 +215,13 @@ void kovDbAnimation::updateCurrentView(const kovAnimationTrack* track) const
   if (!track || !views)
     return;
   const int viewport = views->activeViewport(database());
-  const kovViewCamera camera = trackCamera(*track, std::max(m_currentPositionMs, 0), views->viewCamera(viewport));
+  const int ms = std::max(m_currentPositionMs, 0);
+  const kovViewCamera camera = trackCamera(*track, ms, views->viewCamera(viewport));
   views->setViewCamera(viewport, camera);
   if (IkovApplication* app = kovApp()) {
     app->setSetting(kDofEnabledKey, camera.depthOfField);
     app->setSetting(kDofDistanceKey, camera.focusDistance);
-    app->setSetting(kDofRegionKey, focalRegion(*track, std::max(m_currentPositionMs, 0)));
+    app->setSetting(kDofRegionKey, focalRegion(*track, ms));
   }
 }
 

@@ -7,6 +7,7 @@
 #include "Rx/OdRxClass.h"
 
 #include <QApplication>
+#include <QHash>
 #include <QIcon>
 #include <QPalette>
 #include <QPixmap>
@@ -42,6 +43,16 @@ QString trackIconPath(const kovAnimationTrack& track)
   if (!track.entityId().isNull())
     return QStringLiteral(":/animation/icons/running-man.png");
   return QString();
+}
+
+// The icons are read and scaled once: the view asks for them on every paint.
+QPixmap trackIcon(const QString& path)
+{
+  static QHash<QString, QPixmap> icons;
+  auto icon = icons.find(path);
+  if (icon == icons.end())
+    icon = icons.insert(path, QPixmap(path).scaled(kIconSize, kIconSize, Qt::KeepAspectRatio, Qt::SmoothTransformation));
+  return *icon;
 }
 
 QString trackToolTip(const kovAnimationTrack& track)
@@ -238,7 +249,7 @@ QVariant kovAnimationModel::trackData(const Node& node, int column, int role) co
     const QString path = trackIconPath(*track);
     if (path.isEmpty())
       return QVariant();
-    return QPixmap(path).scaled(kIconSize, kIconSize, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    return trackIcon(path);
   }
   default:
     return trackToolTip(*track);

@@ -2,10 +2,10 @@
 
 #include "host/app/kovHostLog.h"
 #include "host/app/kovHostViewSystem.h"
+#include "rasterservices/kovRasterImage.h"
 
-#include <QFileInfo>
-#include <QImageWriter>
-#include <QSaveFile>
+#include "Rx/OdRxRasterServices.h"
+
 
 #include <Standard_Failure.hxx>
 
@@ -64,19 +64,14 @@ bool kovHostPhysicsRender::saveFrame(OdDbDatabase* db, const QString& path, QStr
     error = QObject::tr("The path tracer has no picture to save.");
     return false;
   }
-  // Written whole under a temporary name and then renamed: a frame file that
-  // exists is always complete, even when the host stops half way.
-  QSaveFile file(path);
-  const QByteArray format = QFileInfo(path).suffix().toLower().toLatin1();
-  if (!file.open(QIODevice::WriteOnly)) {
-    error = QObject::tr("%1 can't be written: %2").arg(path, file.errorString());
-    return false;
-  }
-  QImageWriter writer(&file, format);
-  if (!writer.write(picture) || !file.commit()) {
-    error = QObject::tr("%1 can't be written: %2").arg(path, writer.error() != QImageWriter::UnknownError
-                                                                  ? writer.errorString()
-                                                                  : file.errorString());
+  // The raster services write a frame whole or not at all: a frame file that
+  // exists is complete, even when the host stops half way.
+  const OdRxRasterServicesPtr services = odrxRasterServices();
+  const OdResult result = services.isNull() ? eNotApplicable
+                                            : services->saveRasterImage(*kovRasterImageFromQImage(picture),
+                                                                        odFromQString(path));
+  if (result != eOk) {
+    error = QObject::tr("%1 can't be written: %2").arg(path, QString::fromWCharArray(odResultDescription(result)));
     return false;
   }
   return true;

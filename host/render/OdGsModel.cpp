@@ -193,7 +193,6 @@ void OdGsModel::setSubjects(const std::vector<IkovAnimatedScene::Subject>& subje
     touched.insert(old.first);
   for (const auto& subject : now)
     touched.insert(subject.first);
-  const unsigned before = m_revision;
   for (const OdDbObjectId& id : touched) {
     const auto subject = now.find(id);
     setSubject(id, subject == now.end() ? nullptr : subject->second);
@@ -207,8 +206,6 @@ void OdGsModel::setSubjects(const std::vector<IkovAnimatedScene::Subject>& subje
     m_hidden = nowHidden;
     ++m_revision;
   }
-  if (m_revision != before)
-    m_revision = before + 1;
 }
 
 void OdGsModel::setSubject(const OdDbObjectId& id, const IkovAnimatedScene::Subject* subject)

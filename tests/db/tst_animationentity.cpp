@@ -23,6 +23,7 @@
 #include "kovAnimationTestValues.h"
 #include "kovFilingSamples.h"
 #include "kovSampleDrawing.h"
+#include "kovTestHostDefaults.h"
 
 #include <QCoreApplication>
 #include <QVariantList>
@@ -364,23 +365,13 @@ TEST_F(AnimationViewport, transformMovesPointsAndTurnsTangents)
 }
 
 // A host without windows whose settings live in a map.
-class SceneTestHost : public QCoreApplication, public IkovApplication {
+class SceneTestHost : public QCoreApplication, public kovTestHostDefaults {
   Q_OBJECT
   Q_INTERFACES(IkovApplication)
 public:
   SceneTestHost(int& argc, char** argv) : QCoreApplication(argc, argv) {}
-  QMainWindow* mainWindow() const override { return nullptr; }
-  void registerDockWidget(const QString&, QDockWidget*) override {}
-  void showDockWidget(const QString&, Qt::DockWidgetArea, const QSize&) override {}
-  QString toQString(const OdString& text) const override { return odToQString(text); }
-  OdString toOdString(const QString& text) const override { return odFromQString(text); }
   QVariant setting(const QString& key, const QVariant& def) const override { return settings.value(key, def); }
   void setSetting(const QString& key, const QVariant& value) override { settings.insert(key, value); }
-  QString expandPath(const QString& path) const override { return path; }
-  bool executeCommand(const QString&) override { return false; }
-  OdDbDatabase* currentDatabase() const override { return nullptr; }
-  void registerRefreshEvents(const QString&, QObject*) override {}
-  void unregisterRefreshEvents(const QString&, QObject*) override {}
 
   QMap<QString, QVariant> settings;
 };

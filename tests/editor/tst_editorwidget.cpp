@@ -13,6 +13,7 @@
 #include "Db/OdDbDatabase.h"
 #include "Db/OdDbModule.h"
 #include "kovAnimationTestValues.h"
+#include "kovTestHostDefaults.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -28,20 +29,12 @@
 
 // A host whose command line makes the animation the camera command makes:
 // "New Camera Animation" with one camera track, now the editing one.
-class TestHost : public QApplication, public IkovApplication {
+class TestHost : public QApplication, public kovTestHostDefaults {
   Q_OBJECT
   Q_INTERFACES(IkovApplication)
 public:
   TestHost(int& argc, char** argv) : QApplication(argc, argv) {}
 
-  QMainWindow* mainWindow() const override { return nullptr; }
-  void registerDockWidget(const QString&, QDockWidget*) override {}
-  void showDockWidget(const QString&, Qt::DockWidgetArea, const QSize&) override {}
-  QString toQString(const OdString& text) const override { return odToQString(text); }
-  OdString toOdString(const QString& text) const override { return odFromQString(text); }
-  QVariant setting(const QString&, const QVariant& def) const override { return def; }
-  void setSetting(const QString&, const QVariant&) override {}
-  QString expandPath(const QString& path) const override { return path; }
   bool executeCommand(const QString& line) override
   {
     commands << line;
@@ -50,8 +43,6 @@ public:
     return true;
   }
   OdDbDatabase* currentDatabase() const override { return db; }
-  void registerRefreshEvents(const QString&, QObject*) override {}
-  void unregisterRefreshEvents(const QString&, QObject*) override {}
 
   // An animation with a track per unique name ("Camera", "Environment"...).
   static OdDbObjectId addAnimation(OdDbDatabase* db, const QString& name, const QStringList& tracks)

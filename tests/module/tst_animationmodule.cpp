@@ -5,6 +5,7 @@
 #include "module/kovAnimationModule.h"
 
 #include "host/api/IkovApplication.h"
+#include "kovTestHostDefaults.h"
 #include "host/render/OdGsDevice.h"
 #include "host/render/kovRenderView.h"
 
@@ -26,7 +27,7 @@
 
 
 // A host with a main window that records what the module asks of it.
-class TestHost : public QApplication, public IkovApplication {
+class TestHost : public QApplication, public kovTestHostDefaults {
   Q_OBJECT
   Q_INTERFACES(IkovApplication)
 public:
@@ -40,15 +41,6 @@ public:
     lastArea = area;
     lastSize = size;
   }
-  QString toQString(const OdString& text) const override { return odToQString(text); }
-  OdString toOdString(const QString& text) const override { return odFromQString(text); }
-  QVariant setting(const QString&, const QVariant& def) const override { return def; }
-  void setSetting(const QString&, const QVariant&) override {}
-  QString expandPath(const QString& path) const override { return path; }
-  bool executeCommand(const QString&) override { return false; }
-  OdDbDatabase* currentDatabase() const override { return nullptr; }
-  void registerRefreshEvents(const QString&, QObject*) override {}
-  void unregisterRefreshEvents(const QString&, QObject*) override {}
 
   QMainWindow* window = nullptr;
   QMap<QString, QDockWidget*> docks;
