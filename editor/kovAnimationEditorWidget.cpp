@@ -24,6 +24,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QSpinBox>
+#include <QSplitter>
 #include <QTableView>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -75,6 +76,15 @@ bool isCameraTrack(const kovAnimationTrackPtr& track)
 {
   return !track.isNull() && track->trackTypeIdentifier() == QLatin1String("Camera");
 }
+
+// A table that asks for a few rows only, so that the tracks above get the
+// dock's height; the splitter gives it more.
+class CutTable : public QTableView {
+public:
+  using QTableView::QTableView;
+  QSize sizeHint() const override { return QSize(400, horizontalHeader()->sizeHint().height() * 4); }
+  QSize minimumSizeHint() const override { return QSize(200, horizontalHeader()->sizeHint().height() * 2); }
+};
 
 } // namespace
 
@@ -151,18 +161,29 @@ void kovAnimationEditorWidget::buildLayout()
     bar->addWidget(widget);
   bar->addStretch();
 
-  m_cutTable = new QTableView(this);
+  m_cutTable = new CutTable(this);
   m_cutTable->setObjectName(QStringLiteral("CameraCuts"));
   m_cutTable->setMinimumWidth(400);
   m_cutTable->verticalHeader()->hide();
   m_cutTable->setEditTriggers(QAbstractItemView::AllEditTriggers);
 
+  // The tracks get the room; the user drags the splitter to see more cuts.
+  auto* production = new QWidget(this);
+  auto* productionLayout = new QVBoxLayout(production);
+  productionLayout->setContentsMargins(0, 0, 0, 0);
+  productionLayout->addWidget(m_productionBar);
+  productionLayout->addWidget(m_cutTable, 1);
+  auto* splitter = new QSplitter(Qt::Vertical, this);
+  splitter->setChildrenCollapsible(false);
+  splitter->addWidget(m_tree);
+  splitter->addWidget(production);
+  splitter->setStretchFactor(0, 1);
+  splitter->setStretchFactor(1, 0);
+
   auto* layout = new QVBoxLayout(this);
   layout->addLayout(title);
   layout->addLayout(headers);
-  layout->addWidget(m_tree, 3);
-  layout->addWidget(m_productionBar);
-  layout->addWidget(m_cutTable, 1);
+  layout->addWidget(splitter, 1);
 
   connect(m_animations, qOverload<int>(&QComboBox::currentIndexChanged), this,
           [this](int row) { selectAnimation(m_animations->itemData(row).value<OdDbObjectId>()); });
@@ -172,10 +193,7 @@ void kovAnimationEditorWidget::buildLayout()
   connect(m_create, &QPushButton::clicked, this, &kovAnimationEditorWidget::createAnimation);
   connect(m_remove, &QPushButton::clicked, this, &kovAnimationEditorWidget::removeAnimation);
   connect(m_edit, &QPushButton::clicked, this, &kovAnimationEditorWidget::editNameAndDescription);
-  connect(m_productionPanel, &QPushButton::toggled, this, [this](bool on) {
-    m_productionBar->setVisible(on);
-    m_cutTable->setVisible(on);
-  });
+  connect(m_productionPanel, &QPushButton::toggled, production, &QWidget::setVisible);
   connect(m_previous, &QPushButton::clicked, this, [this] { stepCut(-1); });
   connect(m_next, &QPushButton::clicked, this, [this] { stepCut(1); });
   connect(m_stop, &QPushButton::clicked, this, &kovAnimationEditorWidget::stop);
@@ -246,6 +264,19 @@ void kovAnimationEditorWidget::setVisibleStart(int ms)
     return;
   m_visibleStart = ms;
   updateScale();
+}
+
+void kovAnimationEditorWidget::panBy(int wheelDelta)
+{
+  const double visibleMs = m_scale.lastVisible - m_scale.visibleStart;
+  setVisibleStart(m_visibleStart - static_cast<int>(std::lround(visibleMs * wheelDelta / 1200.0)));
+}
+
+void kovAnimationEditorWidget::ensurePositionVisible()
+{
+  if (m_position >= m_scale.visibleStart && m_position <= m_scale.lastVisible)
+    return;
+  setVisibleStart(m_position - (m_scale.lastVisible - m_scale.visibleStart) / 10);
 }
 
 void kovAnimationEditorWidget::setZoom(double zoom)
@@ -595,6 +626,7 @@ void kovAnimationEditorWidget::onPlaybackTimer()
   m_timer->setProperty("LastFrameTime", now);
   const int next = static_cast<int>(std::min<qint64>(m_position + std::max<qint64>(elapsed, 0), cut.endMs));
   setCurrentPosition(next);
+  ensurePositionVisible();
   if (next >= cut.endMs) {
     setPlaying(false);
     m_timer->stop();

@@ -52,6 +52,12 @@ public:
   // The time at the left edge of the timeline's lane.
   int visibleStart() const { return m_visibleStart; }
   void setVisibleStart(int ms);
+  // Moves the visible range by a share of its width, a tenth per wheel step
+  // of 120; as with a scroll bar, a positive delta goes back in time.
+  void panBy(int wheelDelta);
+  // Scrolls so that the current time shows, a tenth of the width from the
+  // left edge, when it lies outside the visible range.
+  void ensurePositionVisible();
   // Clamped to kovTimelineScale's range; keeps the current-time cursor at
   // its pixel.
   double zoom() const { return m_zoom; }

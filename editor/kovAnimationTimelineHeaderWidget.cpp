@@ -1,6 +1,7 @@
 #include "editor/kovAnimationTimelineHeaderWidget.h"
 
 #include "editor/kovAnimationEditorWidget.h"
+#include "editor/kovTimelinePan.h"
 
 #include <QMouseEvent>
 #include <QPainter>
@@ -101,6 +102,11 @@ void kovAnimationTimelineHeaderWidget::mouseDoubleClickEvent(QMouseEvent* event)
 void kovAnimationTimelineHeaderWidget::wheelEvent(QWheelEvent* event)
 {
   event->accept();
+  // A sideways wheel, or the wheel with Shift, scrolls through time instead.
+  if (const int pan = panDelta(event)) {
+    m_editor->panBy(pan);
+    return;
+  }
   const int delta = event->angleDelta().y();
   if (delta == 0)
     return;

@@ -46,7 +46,10 @@ kovAnimationTracksHeaderWidget::kovAnimationTracksHeaderWidget(kovAnimationEdito
     m_position->setValue(ms * 0.001);
   });
   connect(m_position, qOverload<double>(&QDoubleSpinBox::valueChanged), this,
-          [this](double seconds) { m_editor->setCurrentPosition(static_cast<int>(std::lround(seconds * 1000.0))); });
+          [this](double seconds) {
+            m_editor->setCurrentPosition(static_cast<int>(std::lround(seconds * 1000.0)));
+            m_editor->ensurePositionVisible();
+          });
   connect(editor, &kovAnimationEditorWidget::animationSizeChanged, this,
           [this](int ms) { m_duration->setValue(ms * 0.001); });
 }

@@ -4,6 +4,7 @@
 #include "editor/kovAnimationModel.h"
 #include "editor/kovAnimationModelDelegate.h"
 #include "editor/kovAnimationtreeViewHeader.h"
+#include "editor/kovTimelinePan.h"
 
 #include <QMessageBox>
 #include <QMouseEvent>
@@ -323,6 +324,17 @@ void kovAnimationTreeView::mouseDoubleClickEvent(QMouseEvent* event)
     return;
   }
   m_editor->setCurrentPosition(m_editor->scale().timeAt(x));
+}
+
+// The wheel scrolls the rows; sideways or with Shift it scrolls through time.
+void kovAnimationTreeView::wheelEvent(QWheelEvent* event)
+{
+  if (const int pan = panDelta(event)) {
+    m_editor->panBy(pan);
+    event->accept();
+    return;
+  }
+  QTreeView::wheelEvent(event);
 }
 
 // Kept simple until value editing gives keyframe values their own texts: the

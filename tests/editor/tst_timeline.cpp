@@ -93,6 +93,8 @@ private slots:
   void scaleStepsAndLabels();
   void wheelZoomsAroundTheCursor_data();
   void wheelZoomsAroundTheCursor();
+  void wheelPansThroughTime_data();
+  void wheelPansThroughTime();
   void headerSetsThePosition_data();
   void headerSetsThePosition();
   void cursorShowsOnlyInTheVisibleRange_data();
@@ -244,6 +246,38 @@ void tst_Timeline::wheelZoomsAroundTheCursor()
   const QList<int> after = columnsOf(m_header->grab().toImage(), y, kHandleOutline);
   QCOMPARE(after.size(), 2);
   QVERIFY(std::abs(after.first() - before.first()) <= 1);
+}
+
+void tst_Timeline::wheelPansThroughTime_data()
+{
+  QTest::addColumn<bool>("onTree");
+  QTest::addColumn<QPoint>("delta");
+  QTest::addColumn<int>("modifiers");
+  QTest::addColumn<int>("tenths");
+
+  QTest::newRow("header, Shift and wheel up goes back") << false << QPoint(0, 120) << int(Qt::ShiftModifier) << -1;
+  QTest::newRow("header, sideways wheel goes on") << false << QPoint(-240, 0) << int(Qt::NoModifier) << 2;
+  QTest::newRow("tree, Shift and wheel down goes on") << true << QPoint(0, -120) << int(Qt::ShiftModifier) << 1;
+  QTest::newRow("tree, plain wheel scrolls rows only") << true << QPoint(0, -120) << int(Qt::NoModifier) << 0;
+}
+
+void tst_Timeline::wheelPansThroughTime()
+{
+  QFETCH(bool, onTree);
+  QFETCH(QPoint, delta);
+  QFETCH(int, modifiers);
+  QFETCH(int, tenths);
+  m_editor->setVisibleStart(5000);
+  const kovTimelineScale before = m_editor->scale();
+  QWidget* target = onTree ? m_tree->viewport() : static_cast<QWidget*>(m_header);
+  const QPoint at(m_tree->laneLeft() + 50, 5);
+  QWheelEvent event(at, target->mapToGlobal(at), QPoint(), delta, Qt::NoButton, Qt::KeyboardModifiers(modifiers),
+                    Qt::NoScrollPhase, false);
+  QApplication::sendEvent(target, &event);
+  const int width = before.lastVisible - before.visibleStart;
+  QVERIFY2(std::abs(m_editor->visibleStart() - (5000 + tenths * width / 10)) <= 1,
+           qPrintable(QString::number(m_editor->visibleStart())));
+  QCOMPARE(m_editor->scale().pixelsPerMs, before.pixelsPerMs);
 }
 
 void tst_Timeline::headerSetsThePosition_data()
