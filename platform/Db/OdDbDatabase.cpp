@@ -5,6 +5,7 @@
 #include "Db/OdDbDatabaseReactor.h"
 #include "Db/OdDbFileWriter.h"
 #include "Db/OdDbStub.h"
+#include "Db/OdDbUndoHistory.h"
 #include "Db/OdDbViewTable.h"
 #include "Rx/OdError.h"
 
@@ -20,9 +21,15 @@ OdRxObjectPtr OdDbDatabase::pseudoConstructor()
   return OdRxObjectPtr(db.get());
 }
 
+OdDbDatabase::OdDbDatabase()
+  : m_undoHistory(std::make_unique<OdDbUndoHistory>(this))
+{
+}
+
 OdDbDatabase::~OdDbDatabase()
 {
   notify([this](OdDbDatabaseReactor* reactor) { reactor->goodbye(this); });
+  m_undoHistory.reset();
   // Objects someone still holds outlive the database: they become objects
   // outside any database, writable and without an id.
   for (OdDbStub& stub : m_stubs) {
@@ -52,7 +59,9 @@ OdDbStub* OdDbDatabase::newStub(const OdDbHandle& handle)
   OdDbStub* stub = &m_stubs.back();
   stub->handle = handle;
   stub->database = this;
-  m_byHandle.emplace(static_cast<OdUInt64>(handle), stub);
+  // A handle an undone added object had is free again: its stub stays for
+  // the ids that point to it, but the handle names the new one.
+  m_byHandle.insert_or_assign(static_cast<OdUInt64>(handle), stub);
   if (handle >= m_handseed)
     m_handseed = static_cast<OdUInt64>(handle) + 1;
   return stub;
@@ -85,14 +94,81 @@ OdDbObjectId OdDbDatabase::addOdDbObject(OdDbObject* object, OdDbObjectId ownerI
     if (stub->object)
       throw OdError(eDuplicateKey, OdString(L"Handle ") + handle.ascii() + L" is already in use");
   }
+  m_undoHistory->objectAdded();
   stub->object = object;
   object->m_pStub = stub;
   object->setOwnerId(ownerId);
+  m_undoHistory->recordCreation(stub);
   // An object nobody else holds has no opener to wait for.
   if (object->numRefs() == 1)
     object->m_openMode = OdDb::kNotOpen;
   notify([this, object](OdDbDatabaseReactor* reactor) { reactor->objectAppended(this, object); });
   return OdDbObjectId(stub);
+}
+
+void OdDbDatabase::detachStub(OdDbStub* stub)
+{
+  stub->object->m_pStub = nullptr;
+  stub->object = nullptr;
+  stub->erased = true;
+}
+
+void OdDbDatabase::attachStub(OdDbStub* stub, OdDbObject* object)
+{
+  stub->object = object;
+  object->m_pStub = stub;
+  stub->erased = false;
+  m_byHandle.insert_or_assign(static_cast<OdUInt64>(stub->handle), stub);
+}
+
+void OdDbDatabase::startUndoRecord()
+{
+  m_undoHistory->startStep();
+}
+
+bool OdDbDatabase::hasUndo() const
+{
+  return m_undoHistory->hasUndo();
+}
+
+void OdDbDatabase::undo()
+{
+  m_undoHistory->undo();
+}
+
+bool OdDbDatabase::hasRedo() const
+{
+  return m_undoHistory->hasRedo();
+}
+
+void OdDbDatabase::redo()
+{
+  m_undoHistory->redo();
+}
+
+void OdDbDatabase::disableUndoRecording(bool disable)
+{
+  m_undoHistory->setDisabled(disable);
+}
+
+bool OdDbDatabase::isUndoRecordingDisabled() const
+{
+  return m_undoHistory->isDisabled();
+}
+
+void OdDbDatabase::setUndoLimit(int steps)
+{
+  m_undoHistory->setLimit(steps);
+}
+
+int OdDbDatabase::undoLimit() const
+{
+  return m_undoHistory->limit();
+}
+
+OdUInt64 OdDbDatabase::undoMemoryUsed() const
+{
+  return m_undoHistory->memoryUsed();
 }
 
 void OdDbDatabase::writeFile(const OdString& path)

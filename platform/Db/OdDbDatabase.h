@@ -8,11 +8,13 @@
 
 #include <deque>
 #include <functional>
+#include <memory>
 #include <unordered_map>
 #include <vector>
 
 class OdDbDatabaseReactor;
 class OdDbObject;
+class OdDbUndoHistory;
 
 // A drawing: the objects it holds, by handle, and its root tables.
 //
@@ -63,6 +65,29 @@ public:
   void addReactor(OdDbDatabaseReactor* pReactor);
   void removeReactor(OdDbDatabaseReactor* pReactor);
 
+  // Undo. startUndoRecord() ends the step being recorded: what changes next
+  // is a new step, which undo() takes back whole and redo() makes again. The
+  // first call starts recording; until then nothing is kept. A change made
+  // after an undo drops what could have been redone. Saving keeps the history;
+  // it goes with the database.
+  void startUndoRecord();
+  bool hasUndo() const;
+  // Takes back the last step; nothing without one.
+  void undo();
+  bool hasRedo() const;
+  // Makes the last undone step again; nothing without one.
+  void redo();
+  // While disabled, changes are kept in no step: for state that is not an
+  // edit (an animation's current time while it plays).
+  void disableUndoRecording(bool disable);
+  // Not SDK calls: whether recording is disabled, the number of steps kept
+  // (the oldest go first; at least 1, 100 unless set) and the bytes the kept
+  // states take.
+  bool isUndoRecordingDisabled() const;
+  void setUndoLimit(int steps);
+  int undoLimit() const;
+  OdUInt64 undoMemoryUsed() const;
+
   // Saves the drawing to path, atomically: the previous file stays as it was
   // unless the save succeeds. Raises OdError with a message naming the file.
   void writeFile(const OdString& path);
@@ -71,11 +96,17 @@ private:
   friend class OdDbFileReader;
   friend class OdDbFileWriter;
 
-  OdDbDatabase() = default;
+  OdDbDatabase();
   void createDefaultTables();
   friend class OdDbObject;
+  friend class OdDbUndoHistory;
   void notify(const std::function<void(OdDbDatabaseReactor*)>& call) const;
   OdDbStub* newStub(const OdDbHandle& handle);
+  // An undone added object leaves its stub, which keeps its handle and
+  // reads as erased; redo puts it back.
+  void detachStub(OdDbStub* stub);
+  void attachStub(OdDbStub* stub, OdDbObject* object);
+  OdDbUndoHistory* undoHistory() const { return m_undoHistory.get(); }
 
   // Stubs at fixed addresses (a deque never moves its elements on append),
   // in the order their handles came in.
@@ -88,6 +119,7 @@ private:
   OdUInt16 m_currentColorIndex = 256;
   OdString m_filename;
   std::vector<OdDbDatabaseReactor*> m_reactors;
+  std::unique_ptr<OdDbUndoHistory> m_undoHistory;
 };
 
 typedef OdSmartPtr<OdDbDatabase> OdDbDatabasePtr;

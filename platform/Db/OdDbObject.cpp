@@ -4,6 +4,7 @@
 #include "Db/OdDbDatabaseReactor.h"
 #include "Db/OdDbDwgFiler.h"
 #include "Db/OdDbStub.h"
+#include "Db/OdDbUndoHistory.h"
 #include "Rx/OdError.h"
 
 ODRX_NO_CONS_DEFINE_MEMBERS(OdDbObject, OdRxObject)
@@ -52,6 +53,15 @@ void OdDbObject::upgradeOpen()
 {
   assertReadEnabled();
   m_openMode = OdDb::kForWrite;
+  if (m_pStub)
+    keepForUndo();
+}
+
+void OdDbObject::keepForUndo()
+{
+  OdDbUndoHistory* history = m_pStub->database->undoHistory();
+  if (history->wantsModification(m_pStub))
+    history->recordModification(m_pStub);
 }
 
 void OdDbObject::downgradeOpen()

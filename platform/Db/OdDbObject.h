@@ -78,13 +78,18 @@ protected:
 private:
   friend class OdDbDatabase;
   friend class OdDbObjectId;
+  friend class OdDbUndoHistory;
 
   // Called by OdDbObjectId when opening; write wins over read and notify.
   void openAs(OdDb::OpenMode mode)
   {
     if (m_openMode == OdDb::kNotOpen || mode == OdDb::kForWrite)
       m_openMode = mode;
+    if (mode == OdDb::kForWrite && m_pStub)
+      keepForUndo();
   }
+  // Keeps the state before the first write of an undo step.
+  void keepForUndo();
   OdString describe() const;
 
   OdDbStub* m_pStub = nullptr;

@@ -17,6 +17,8 @@ struct OdDbStub {
   // The database's own reference to the object.
   OdSmartPtr<OdDbObject> object;
   bool erased = false;
+  // The undo step that last kept the object's state.
+  OdUInt32 undoStep = 0;
 };
 
 #endif

@@ -1,5 +1,8 @@
 #include "Ed/OdEdCommandStack.h"
 
+#include "Db/OdDbDatabase.h"
+#include "Ed/OdEdCommandContext.h"
+
 #include "Rx/OdRxSelfRegistering.h"
 #include "Rx/OdRxDictionary.h"
 
@@ -103,6 +106,9 @@ void OdEdCommandStack::executeCommand(const OdString& name, OdEdCommandContext* 
   const OdEdCommandPtr command = lookupCmd(name);
   if (command.isNull())
     throw OdError(eKeyNotFound, OdString(L"Unknown command \"") + name + L"\".");
+  // What a command changes in its drawing is one undo step.
+  if (OdDbDatabasePtr db = OdDbDatabase::cast(pCmdCtx ? pCmdCtx->baseDatabase() : nullptr); !db.isNull())
+    db->startUndoRecord();
   command->execute(pCmdCtx);
 }
 
