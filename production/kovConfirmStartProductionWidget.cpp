@@ -18,6 +18,8 @@ namespace {
 
 // The table's times run to 9999999 ms.
 const double kMaxSeconds = 9999.999;
+// A line edit's frame and padding around its text.
+const int kTextMargin = 16;
 
 int msOf(const QDoubleSpinBox* seconds)
 {
@@ -116,7 +118,8 @@ void kovConfirmStartProductionWidget::setCut(const kovCameraCut* cut)
   m_folder->setText(kovProductionSettings::destinationFolder(cut->stillImage));
   m_name->setText(cut->name);
   m_summary->setText(kovAnimationProductionModel::settingsSummary(*cut));
-  // Read from the start, where a long text says the most.
+  // The summary is read whole; a long folder or name from its start.
+  m_summary->setMinimumWidth(m_summary->fontMetrics().horizontalAdvance(m_summary->text()) + kTextMargin);
   for (QLineEdit* edit : { m_folder, m_name, m_summary })
     edit->setCursorPosition(0);
   m_deleteImages->setChecked(kovProductionSettings::deleteImages());
