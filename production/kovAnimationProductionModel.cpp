@@ -244,7 +244,8 @@ bool kovAnimationProductionModel::setData(const QModelIndex& index, const QVaria
 bool kovAnimationProductionModel::insertRows(int row, int count, const QModelIndex& parent)
 {
   kovDbAnimationPtr animation = openAnimation();
-  if (parent.isValid() || count < 1 || animation.isNull() || row < 0 || row > std::as_const(*animation).sceneCuts().size())
+  const int rows = animation.isNull() ? 0 : std::as_const(*animation).sceneCuts().size();
+  if (parent.isValid() || count < 1 || animation.isNull() || row < 0 || row > rows)
     return false;
   const kovAnimationTrackPtr track = animation->selectedTrack();
   if (!isCameraTrack(track.get()))
@@ -267,7 +268,8 @@ bool kovAnimationProductionModel::insertRows(int row, int count, const QModelInd
 bool kovAnimationProductionModel::removeRows(int row, int count, const QModelIndex& parent)
 {
   kovDbAnimationPtr animation = openAnimation();
-  if (parent.isValid() || count < 1 || animation.isNull() || row < 0 || row + count > std::as_const(*animation).sceneCuts().size())
+  const int rows = animation.isNull() ? 0 : std::as_const(*animation).sceneCuts().size();
+  if (parent.isValid() || count < 1 || animation.isNull() || row < 0 || row + count > rows)
     return false;
   animation->upgradeOpen();
   beginRemoveRows(QModelIndex(), row, row + count - 1);

@@ -16,6 +16,14 @@ const kovAnimationProductionModel* productionModel(const QModelIndex& index)
   return qobject_cast<const kovAnimationProductionModel*>(index.model());
 }
 
+// Told once the editor has closed: a message box now would take the focus
+// from the editor, which commits it again.
+void refuseLater(QWidget* editor, const QString& problem)
+{
+  QWidget* owner = editor->parentWidget();
+  QTimer::singleShot(0, owner, [owner, problem] { kovCameraCutChecks::refuse(owner, problem); });
+}
+
 } // namespace
 
 kovAnimationProductionModelDelegate::kovAnimationProductionModelDelegate(QObject* parent)
@@ -54,7 +62,8 @@ QWidget* kovAnimationProductionModelDelegate::createEditor(QWidget* parent, cons
       emit self->commitData(settings);
       emit self->closeEditor(settings);
     });
-    connect(settings, &kovEncodingSettingsWidget::cancelled, self, [self, settings] { emit self->closeEditor(settings); });
+    connect(settings, &kovEncodingSettingsWidget::cancelled, self,
+            [self, settings] { emit self->closeEditor(settings); });
     return settings;
   }
   default:
@@ -94,16 +103,18 @@ void kovAnimationProductionModelDelegate::setModelData(QWidget* editor, QAbstrac
                           .toInt();
     const QString problem = start ? kovCameraCutChecks::timesProblem(ms->value(), other)
                                   : kovCameraCutChecks::timesProblem(other, ms->value());
-    if (problem.isEmpty()) {
+    if (problem.isEmpty())
       model->setData(index, ms->value(), Qt::EditRole);
-      return;
-    }
-    // Told once the editor has closed: a message box now would take the
-    // focus from the editor, which commits it again.
-    QWidget* owner = editor->parentWidget();
-    QTimer::singleShot(0, owner, [owner, problem] { kovCameraCutChecks::refuse(owner, problem); });
+    else
+      refuseLater(editor, problem);
   } else if (auto* settings = qobject_cast<kovEncodingSettingsWidget*>(editor)) {
-    model->setData(index, QVariant::fromValue(settings), Qt::EditRole);
+    // The table commits an open settings window when its current cell
+    // moves, past the window's own check on OK.
+    const QString problem = settings->problem();
+    if (problem.isEmpty())
+      model->setData(index, QVariant::fromValue(settings), Qt::EditRole);
+    else
+      refuseLater(editor, problem);
   }
 }
 
