@@ -2,6 +2,7 @@
 #define KOV_CAMERA_CUT_H
 
 #include "animation/kovAnimationTrack.h"
+#include "db/kovProductionChoices.h"
 
 #include "Db/OdDbObjectId.h"
 #include "Rx/OdSharedPtr.h"
@@ -25,9 +26,9 @@ struct kovCameraCut {
   int imageWidth = 1920;
   int imageHeight = 1080;
   int maxIterations = 50;
-  int encoding = 1;
-  int outputFormat = 4;
-  int quality = 1;
+  kovEncoding encoding = kovEncoding::H265;
+  kovOutputFormat outputFormat = kovOutputFormat::Mp4;
+  kovQuality quality = kovQuality::Medium;
   bool pathTracing = false;
 };
 Q_DECLARE_METATYPE(kovCameraCut)

@@ -79,9 +79,9 @@ void kovDbAnimation::dwgOutFields(OdDbDwgFiler* filer) const
     filer->wrInt32(cut.imageWidth);
     filer->wrInt32(cut.imageHeight);
     filer->wrInt32(wholeFrameRate(cut.frameRate));
-    filer->wrInt32(cut.encoding);
-    filer->wrInt32(cut.outputFormat);
-    filer->wrInt32(cut.quality);
+    filer->wrInt32(static_cast<OdInt32>(cut.encoding));
+    filer->wrInt32(static_cast<OdInt32>(cut.outputFormat));
+    filer->wrInt32(static_cast<OdInt32>(cut.quality));
     filer->wrBool(cut.stillImage);
     filer->wrBool(cut.pathTracing);
     filer->wrDbHandle(cut.viewId.isNull() ? OdDbHandle() : cut.viewId.getHandle());
@@ -132,9 +132,9 @@ try {
       cut.imageWidth = filer->rdInt32();
       cut.imageHeight = filer->rdInt32();
       cut.frameRate = filer->rdInt32();
-      cut.encoding = filer->rdInt32();
-      cut.outputFormat = filer->rdInt32();
-      cut.quality = filer->rdInt32();
+      cut.encoding = static_cast<kovEncoding>(filer->rdInt32());
+      cut.outputFormat = static_cast<kovOutputFormat>(filer->rdInt32());
+      cut.quality = static_cast<kovQuality>(filer->rdInt32());
       cut.stillImage = filer->rdBool();
       if (version >= 112)
         cut.pathTracing = filer->rdBool();

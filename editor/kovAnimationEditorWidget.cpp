@@ -134,6 +134,8 @@ void kovAnimationEditorWidget::buildLayout()
   m_timelineHeader = new kovAnimationTimelineHeaderWidget(this, this);
   m_tree = new kovAnimationTreeView(this, this);
   m_tree->setModel(m_model);
+  connect(m_tree->selectionModel(), &QItemSelectionModel::currentChanged, this,
+          &kovAnimationEditorWidget::rememberTreeSelection);
   auto* headers = new QHBoxLayout;
   headers->setSpacing(0);
   headers->addWidget(m_tracksHeader);
@@ -335,6 +337,20 @@ void kovAnimationEditorWidget::rebuildTree()
   m_model->rebuild();
   m_tree->expandAll();
   emit animationSizeChanged(totalDuration());
+}
+
+// The tree's current row is the animation's selected track and sub-track,
+// which "Add camera cut" and "Animation Camera" go by.
+void kovAnimationEditorWidget::rememberTreeSelection(const QModelIndex& current)
+{
+  kovDbAnimationPtr animation = openAnimation();
+  const int track = kovAnimationModel::trackIndexOf(current);
+  const int element = kovAnimationModel::elementIndexOf(current);
+  if (animation.isNull() || (animation->selectedTrackIndex() == track && animation->selectedElementIndex() == element))
+    return;
+  animation->upgradeOpen();
+  animation->setSelectedTrackIndex(track);
+  animation->setSelectedElementIndex(element);
 }
 
 void kovAnimationEditorWidget::selectAnimation(OdDbObjectId id)
@@ -572,8 +588,9 @@ void kovAnimationEditorWidget::produce()
       setPlaying(false);
     return;
   }
-  // Production itself (its confirmation and frames) is the production
-  // panel's: it starts from here once that exists.
+  const QModelIndex current = m_cutTable->currentIndex();
+  if (current.isValid() && m_confirmProduction && m_confirmProduction(current.row()))
+    emit productionConfirmed(current.row());
 }
 
 void kovAnimationEditorWidget::applyAnimationCamera()

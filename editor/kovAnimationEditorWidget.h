@@ -13,6 +13,8 @@
 #include <QPointer>
 #include <QWidget>
 
+#include <functional>
+
 class OdDbDatabase;
 class QAbstractItemModel;
 class QCheckBox;
@@ -74,6 +76,10 @@ public:
   // The camera-cut table's model, one row per cut of the shown animation
   // (the production model); none until it is given.
   void setCutModel(QAbstractItemModel* model);
+  // What "Execute Camera Cuts Production" asks before a production of the
+  // cut at that row of the table starts; true to go on. Production gives it,
+  // with the table's model.
+  void setProductionConfirmation(std::function<bool(int cutRow)> confirm) { m_confirmProduction = std::move(confirm); }
   kovAnimationTracksHeaderWidget* tracksHeader() const { return m_tracksHeader; }
   kovAnimationTimelineHeaderWidget* timelineHeader() const { return m_timelineHeader; }
 
@@ -81,6 +87,8 @@ signals:
   void currentPositionChanged(int currentMillisecond);
   void currentZoomChanged(double currentZoom);
   void animationSizeChanged(int totalMilliseconds);
+  // The user confirmed the production of the cut at that row of the table.
+  void productionConfirmed(int cutRow);
 
 public slots:
   void refresh(QString qsKey, QString qsArg);
@@ -95,6 +103,7 @@ private:
   void buildLayout();
   void rebuildCombo();
   void rebuildTree();
+  void rememberTreeSelection(const QModelIndex& current);
   void showDatabase(OdDbDatabase* db);
   void createAnimation();
   void continueCreate(const OdDbObjectId& previous);
@@ -139,6 +148,7 @@ private:
   QIcon m_playIcon;
   QIcon m_pauseIcon;
   QTimer* m_timer = nullptr;
+  std::function<bool(int)> m_confirmProduction;
 };
 
 #endif

@@ -6,6 +6,7 @@
 #include "db/kovEditingState.h"
 #include "editor/kovAnimationEditorWidget.h"
 #include "host/api/IkovApplication.h"
+#include "production/kovProductionPanel.h"
 
 #include "Db/OdDbEntity.h"
 #include "Ed/OdEdCommandStack.h"
@@ -118,6 +119,7 @@ void kovAnimationModule::createAnimationEditor()
   dock->setFeatures(QDockWidget::DockWidgetClosable | QDockWidget::DockWidgetMovable
                     | QDockWidget::DockWidgetFloatable);
   auto* editor = new kovAnimationEditorWidget(dock);
+  kovProductionPanel::install(editor);
   dock->setWidget(editor);
   app->registerDockWidget(QLatin1String(editorDockName), dock);
   if (QThread::currentThread() != mainWindow->thread())

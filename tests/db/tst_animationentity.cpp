@@ -138,7 +138,7 @@ TEST_F(AnimationEntity, copyingDuplicatesTracksAndRebindsCuts)
   cut.track = second;
   cut.startMs = 7;
   cut.frameRate = 29.97;
-  cut.quality = 3;
+  cut.quality = kovQuality::Extreme;
   animation->sceneCuts().append(cut);
 
   kovDbAnimationPtr target = kovDbAnimation::createObject();

@@ -19,6 +19,7 @@
 #include <QDockWidget>
 #include <QFile>
 #include <QMenuBar>
+#include <QStandardPaths>
 #include <QTreeWidget>
 #include <QWheelEvent>
 
@@ -134,6 +135,15 @@ private slots:
     QCOMPARE(log.calls.size(), 3);
   }
 
+
+  void productionFoldersExpandToTheUsersOwn()
+  {
+    const QString pictures = QStandardPaths::writableLocation(QStandardPaths::PicturesLocation);
+    const QString movies = QStandardPaths::writableLocation(QStandardPaths::MoviesLocation);
+    QVERIFY(!pictures.isEmpty() && !movies.isEmpty());
+    QCOMPARE(app().expandPath(QStringLiteral("{Pictures}/stills")), pictures + QStringLiteral("/stills"));
+    QCOMPARE(app().expandPath(QStringLiteral("{Video}")), movies);
+  }
 
   void showDockWidgetPlacesOnceThenOnlyShows()
   {

@@ -101,9 +101,9 @@ inline kovDbAnimationPtr makeAnimation(const kovFiledAnimation& record, OdDbData
     cut.imageWidth = source.imageWidth;
     cut.imageHeight = source.imageHeight;
     cut.frameRate = source.frameRate;
-    cut.encoding = source.encoding;
-    cut.outputFormat = source.outputFormat;
-    cut.quality = source.quality;
+    cut.encoding = static_cast<kovEncoding>(source.encoding);
+    cut.outputFormat = static_cast<kovOutputFormat>(source.outputFormat);
+    cut.quality = static_cast<kovQuality>(source.quality);
     cut.stillImage = source.stillImage;
     cut.pathTracing = source.pathTracing;
     if (db && !source.viewHandle.isNull())
