@@ -67,6 +67,13 @@ public:
   void updateScale();
   int totalDuration() const;
 
+  // Every edit of the shown animation starts here and ends with editDone.
+  // beginEdit is false without an animation (the edit does nothing); else
+  // the drawing's next undo step begins, so that the edit is one step.
+  bool beginEdit();
+  // The tree, the animation's length and the views follow the edit.
+  void editDone();
+
   kovAnimationModel* model() const { return m_model; }
   kovAnimationTreeView* treeView() const { return m_tree; }
   QTimer* playbackTimer() const { return m_timer; }
