@@ -181,6 +181,8 @@ bool kovAddTrackMenu::addTrack(Kind kind)
     return false;
   {
     kovDbAnimationPtr animation = m_editor->openAnimation(OdDb::kForWrite);
+    if (animation.isNull())
+      return false;
     kovAnimationTrackPtr track;
     switch (kind) {
     case CameraTrack: track = cameraTrack(); break;
