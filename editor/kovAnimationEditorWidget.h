@@ -67,9 +67,11 @@ public:
   void updateScale();
   int totalDuration() const;
 
-  // Every edit of the shown animation starts here and ends with editDone.
-  // beginEdit is false without an animation (the edit does nothing); else
-  // the drawing's next undo step begins, so that the edit is one step.
+  // Every edit of the shown animation (a menu entry, a dialog's OK, a whole
+  // drag on the timeline) calls beginEdit right before it writes and
+  // editDone after. beginEdit is false without an animation: the edit then
+  // does nothing. It is the one place where an edit's step of the drawing's
+  // history begins.
   bool beginEdit();
   // The tree, the animation's length and the views follow the edit.
   void editDone();

@@ -242,6 +242,8 @@ private slots:
   void speedInputRefusesValuesOutOfRange_data();
   void speedInputRefusesValuesOutOfRange();
   void copySelectedNamesTheSelectedEntity();
+  void subTrackDialogOffersTheTypesOfTheTrack_data();
+  void subTrackDialogOffersTheTypesOfTheTrack();
   void keyframeToolTips_data();
   void keyframeToolTips();
   void laneToolTipIsTheKeyframeUnderTheMouse();
@@ -598,6 +600,32 @@ void tst_ValueEditing::copySelectedNamesTheSelectedEntity()
   QTRY_VERIFY(!QApplication::activeModalWidget() && !QApplication::activePopupWidget());
   QCOMPARE(probe(QStringLiteral("values"), 0, 3),
            QStringLiteral("0=(0 0 0 %1)").arg(odToQString(m_chair.getHandle().ascii())));
+}
+
+void tst_ValueEditing::subTrackDialogOffersTheTypesOfTheTrack_data()
+{
+  QTest::addColumn<QString>("kind");
+  QTest::addColumn<int>("count");
+  QTest::addColumn<bool>("scale");
+
+  QTest::newRow("environment: parameters only") << "Environment" << 1 << false;
+  QTest::newRow("unbound: parameters only") << "" << 1 << false;
+  QTest::newRow("camera: all but scale") << "Camera" << 7 << false;
+  QTest::newRow("entity: all") << "Entity" << 8 << true;
+}
+
+void tst_ValueEditing::subTrackDialogOffersTheTypesOfTheTrack()
+{
+  QFETCH(QString, kind);
+  QFETCH(int, count);
+  QFETCH(bool, scale);
+
+  kovAnimationItem item;
+  item.setAnimationType(kovAnimationItem::CustomParameter, OdGePoint3d::kOrigin);
+  const kovSubTrackDialog dialog(item, kind);
+  const auto* types = dialog.findChild<QComboBox*>(QStringLiteral("AnimationType"));
+  QCOMPARE(types->count(), count);
+  QCOMPARE(types->findText(QStringLiteral("Scale")) >= 0, scale);
 }
 
 void tst_ValueEditing::keyframeToolTips_data()
