@@ -205,12 +205,13 @@ kovAnimationTrackPtr kovAddTrackMenu::cameraTrack() const
   track->setEntityUniqueName(m_editor->animationId().database(), QStringLiteral("Camera"));
   track->setName(text(CameraTrack));
   // A path laid out at eye height that the camera looks along, and angles
-  // that add no turn of their own until the user gives some.
+  // that add no turn of their own until the user gives some. Both items are
+  // added first: adding moves the items.
+  track->addElement();
   track->addElement();
   kovAnimationItem& path = track->elementAt(0);
   path.setAnimationType(kovAnimationItem::LocationBySpline, OdGePoint3d::kOrigin);
   path.setFaceDirection(true);
-  track->addElement();
   kovAnimationItem& angles = track->elementAt(1);
   angles.setAnimationType(kovAnimationItem::RotationByAngles, OdGePoint3d::kOrigin);
   angles.setValue(path.values().firstKey(), kovKeyframeValues::defaultValue(angles));
