@@ -1,6 +1,8 @@
 #include "editor/kovAnimationEditorWidget.h"
 
 #include "db/kovEditingState.h"
+#include "editor/kovAddTrackMenu.h"
+#include "editor/kovAnimationEditActions.h"
 #include "editor/kovAnimationModel.h"
 #include "editor/kovAnimationNameDialog.h"
 #include "editor/kovAnimationTimelineHeaderWidget.h"
@@ -97,6 +99,8 @@ kovAnimationEditorWidget::kovAnimationEditorWidget(QWidget* parent)
   setObjectName(QStringLiteral("kovAnimationEditorWidget"));
   m_model = new kovAnimationModel(this);
   buildLayout();
+  new kovAnimationEditActions(this);
+  new kovAddTrackMenu(this);
   connect(m_timer, &QTimer::timeout, this, &kovAnimationEditorWidget::onPlaybackTimer);
   if (IkovApplication* app = kovApp()) {
     app->registerRefreshEvents(kRefreshKeys, this);
@@ -234,6 +238,19 @@ int kovAnimationEditorWidget::totalDuration() const
 {
   const kovDbAnimationPtr animation = openAnimation();
   return animation.isNull() ? 0 : animation->totalDurationMs();
+}
+
+bool kovAnimationEditorWidget::beginEdit()
+{
+  const OdDbObjectId id = animationId();
+  return !id.isNull() && !id.isErased();
+}
+
+void kovAnimationEditorWidget::editDone()
+{
+  rebuildTree();
+  if (const kovDbAnimationPtr animation = openAnimation(); !animation.isNull())
+    animation->invalidateDrawings();
 }
 
 void kovAnimationEditorWidget::setCurrentPosition(int ms)

@@ -69,6 +69,15 @@ public:
   void updateScale();
   int totalDuration() const;
 
+  // Every edit of the shown animation (a menu entry, a dialog's OK, a whole
+  // drag on the timeline) calls beginEdit right before it writes and
+  // editDone after. beginEdit is false without an animation: the edit then
+  // does nothing. It is the one place where an edit's step of the drawing's
+  // history begins.
+  bool beginEdit();
+  // The tree, the animation's length and the views follow the edit.
+  void editDone();
+
   kovAnimationModel* model() const { return m_model; }
   kovAnimationTreeView* treeView() const { return m_tree; }
   QTimer* playbackTimer() const { return m_timer; }

@@ -4,6 +4,7 @@
 #include "editor/kovAnimationModel.h"
 #include "editor/kovAnimationModelDelegate.h"
 #include "editor/kovAnimationtreeViewHeader.h"
+#include "editor/kovKeyframeToolTip.h"
 #include "editor/kovTimelinePan.h"
 
 #include <QMessageBox>
@@ -16,16 +17,6 @@ namespace {
 
 // Where a menu opens beside the pointer.
 const QPoint kMenuOffset(5, -10);
-
-QString valueText(const QVariant& value)
-{
-  if (value.type() != QVariant::List)
-    return value.toString();
-  QStringList parts;
-  for (const QVariant& part : value.toList())
-    parts << part.toString();
-  return QLatin1Char('(') + parts.join(QStringLiteral(", ")) + QLatin1Char(')');
-}
 
 } // namespace
 
@@ -175,6 +166,8 @@ QModelIndex kovAnimationTreeView::rowIndex(const Hit& hit) const
 void kovAnimationTreeView::mousePressEvent(QMouseEvent* event)
 {
   const Hit hit = hitTest(event->pos());
+  // The menu's keyframe entries act on the keyframe under the pointer.
+  hover(hit);
   if (event->button() == Qt::RightButton) {
     emit contextMenuRequested(rowIndex(hit), event->globalPos() + kMenuOffset);
     return;
@@ -193,6 +186,9 @@ void kovAnimationTreeView::mousePressEvent(QMouseEvent* event)
     return;
   }
   QTreeView::mousePressEvent(event);
+  // A whole drag, press to release, is one edit.
+  if (hit.zone >= SpanStart && !m_editor->beginEdit())
+    return;
   m_drag = hit;
   m_lastX = event->pos().x();
   if (m_drag.zone == SpanBody)
@@ -205,12 +201,14 @@ void kovAnimationTreeView::confirmRemove(const Hit& hit)
   const QString text = subTrack ? tr("Do you really want to remove this animation sub-track?")
                                 : tr("Do you really want to remove this animation track?");
   const QString title = subTrack ? tr("Confirm Remove SubTrack") : tr("Confirm Remove Track");
-  if (QMessageBox::question(this, title, text, QMessageBox::Yes | QMessageBox::No) != QMessageBox::Yes)
+  if (QMessageBox::question(this, title, text, QMessageBox::Yes | QMessageBox::No) != QMessageBox::Yes
+      || !m_editor->beginEdit())
     return;
   const QModelIndex row = rowIndex(hit);
   m_drag = Hit();
   m_hover = Hit();
   model()->removeRows(row.row(), 1, row.parent());
+  m_editor->editDone();
 }
 
 void kovAnimationTreeView::mouseMoveEvent(QMouseEvent* event)
@@ -337,8 +335,6 @@ void kovAnimationTreeView::wheelEvent(QWheelEvent* event)
   QTreeView::wheelEvent(event);
 }
 
-// Kept simple until value editing gives keyframe values their own texts: the
-// time in seconds and the value as stored.
 QVariant kovAnimationTreeView::laneToolTip(const QModelIndex& index) const
 {
   if (!hoveredKey(kovAnimationModel::trackIndexOf(index), kovAnimationModel::elementIndexOf(index)))
@@ -348,7 +344,6 @@ QVariant kovAnimationTreeView::laneToolTip(const QModelIndex& index) const
       animation.isNull() ? nullptr : kovAnimationModelDelegate::trackAt(*animation, m_hover.track);
   if (!track || m_hover.element >= track->numElements())
     return QVariant();
-  const QVariant value = track->elementAt(m_hover.element).values().value(m_hover.key);
-  return tr("t = %1 s").arg((track->startMillisecond() + m_hover.key) / 1000.0, 0, 'f', 3) + QStringLiteral("  ")
-         + valueText(value);
+  const kovAnimationItem& item = track->elementAt(m_hover.element);
+  return kovKeyframeToolTip::text(item, item.values().value(m_hover.key));
 }
