@@ -234,6 +234,22 @@ kovDbAnimationPtr kovAnimationEditorWidget::openAnimation(OdDb::OpenMode mode) c
   return kovDbAnimation::cast(object.get());
 }
 
+kovDbAnimationPtr kovAnimationEditorWidget::openAnimationState() const
+{
+  OdDbDatabase* db = animationId().database();
+  if (!db)
+    return kovDbAnimationPtr();
+  // Inside an edit's step the state joins it, so that undoing the edit puts
+  // the time and selection back too; outside one it makes no step of its
+  // own. The history keeps an object when it is opened for write, so only
+  // the open needs to go unrecorded.
+  const bool wasDisabled = db->isUndoRecordingDisabled();
+  db->disableUndoRecording(wasDisabled || !db->isUndoStepOpen());
+  kovDbAnimationPtr animation = openAnimation(OdDb::kForWrite);
+  db->disableUndoRecording(wasDisabled);
+  return animation;
+}
+
 int kovAnimationEditorWidget::totalDuration() const
 {
   const kovDbAnimationPtr animation = openAnimation();
@@ -243,7 +259,10 @@ int kovAnimationEditorWidget::totalDuration() const
 bool kovAnimationEditorWidget::beginEdit()
 {
   const OdDbObjectId id = animationId();
-  return !id.isNull() && !id.isErased();
+  if (id.isNull() || id.isErased())
+    return false;
+  id.database()->startUndoRecord();
+  return true;
 }
 
 void kovAnimationEditorWidget::editDone()
@@ -260,7 +279,7 @@ void kovAnimationEditorWidget::setCurrentPosition(int ms)
     return;
   m_position = ms;
   m_scale.cursorOffset = m_position - m_scale.firstTick;
-  if (kovDbAnimationPtr animation = openAnimation(OdDb::kForWrite); !animation.isNull()) {
+  if (kovDbAnimationPtr animation = openAnimationState(); !animation.isNull()) {
     animation->setCurrentPosition(ms);
     const kovAnimationTrackPtr selected = animation->selectedTrack();
     if (animation->viewsThroughCamera() && isCameraTrack(selected))
@@ -365,7 +384,7 @@ void kovAnimationEditorWidget::rememberTreeSelection(const QModelIndex& current)
   const int element = kovAnimationModel::elementIndexOf(current);
   if (animation.isNull() || (animation->selectedTrackIndex() == track && animation->selectedElementIndex() == element))
     return;
-  animation->upgradeOpen();
+  animation = openAnimationState();
   animation->setSelectedTrackIndex(track);
   animation->setSelectedElementIndex(element);
 }
@@ -404,7 +423,7 @@ void kovAnimationEditorWidget::selectAnimation(OdDbObjectId id)
 void kovAnimationEditorWidget::selectItem(int trackIndex, int elementIndex, int kfIndex)
 {
   int keyTime = -1;
-  if (kovDbAnimationPtr animation = openAnimation(OdDb::kForWrite); !animation.isNull()) {
+  if (kovDbAnimationPtr animation = openAnimationState(); !animation.isNull()) {
     animation->setSelectedTrackIndex(trackIndex);
     animation->setSelectedElementIndex(elementIndex);
     const kovAnimationItem* item = animation->selectedElement();

@@ -44,6 +44,9 @@ public:
   OdDbObjectId animationId() const;
   // The shown animation opened for read or write; null without one.
   kovDbAnimationPtr openAnimation(OdDb::OpenMode mode = OdDb::kForRead) const;
+  // The shown animation opened for write to change what is not an edit (its
+  // current time, its selected track): no undo step keeps it.
+  kovDbAnimationPtr openAnimationState() const;
   OdDbDatabase* database() const { return m_db; }
 
   // The shown animation's current time. Setting it writes it into the

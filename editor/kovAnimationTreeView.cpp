@@ -185,9 +185,11 @@ void kovAnimationTreeView::mousePressEvent(QMouseEvent* event)
     confirmRemove(hit);
     return;
   }
+  // A whole drag, press to release, is one edit; it starts before the press
+  // selects the row, so that undo gives the selection back too.
+  const bool drags = hit.zone >= SpanStart && m_editor->beginEdit();
   QTreeView::mousePressEvent(event);
-  // A whole drag, press to release, is one edit.
-  if (hit.zone >= SpanStart && !m_editor->beginEdit())
+  if (hit.zone >= SpanStart && !drags)
     return;
   m_drag = hit;
   m_lastX = event->pos().x();

@@ -1,5 +1,7 @@
 #include "production/kovAnimationProductionModel.h"
 
+#include "Db/OdDbDatabase.h"
+
 #include "production/kovCameraCutChecks.h"
 #include "production/kovEncodingSettingsWidget.h"
 #include "production/kovProductionLabels.h"
@@ -62,6 +64,14 @@ QVariant editOf(const kovCameraCut& cut, int column)
   }
 }
 
+// Every change of the table is an undo step of its own.
+void openForEdit(kovDbAnimation& animation)
+{
+  if (OdDbDatabase* db = animation.database())
+    db->startUndoRecord();
+  animation.upgradeOpen();
+}
+
 // Writes the value into the cut when it changes it; the entity, open for
 // read, is opened for write only then.
 bool applyEdit(kovDbAnimation& animation, int row, int column, const QVariant& value)
@@ -73,7 +83,7 @@ bool applyEdit(kovDbAnimation& animation, int row, int column, const QVariant& v
     const int at = animation.indexOf(track.get());
     if (track.get() == cut.track.get() || at < 0)
       return false;
-    animation.upgradeOpen();
+    openForEdit(animation);
     animation.sceneCuts()[row].track = animation.editTracks()[static_cast<size_t>(at)];
     return true;
   }
@@ -83,7 +93,7 @@ bool applyEdit(kovDbAnimation& animation, int row, int column, const QVariant& v
     const bool start = column == kovAnimationProductionModel::StartColumn;
     if (ms == (start ? cut.startMs : cut.endMs))
       return false;
-    animation.upgradeOpen();
+    openForEdit(animation);
     (start ? animation.sceneCuts()[row].startMs : animation.sceneCuts()[row].endMs) = ms;
     return true;
   }
@@ -91,7 +101,7 @@ bool applyEdit(kovDbAnimation& animation, int row, int column, const QVariant& v
     const auto* settings = value.value<kovEncodingSettingsWidget*>();
     if (!settings)
       return false;
-    animation.upgradeOpen();
+    openForEdit(animation);
     settings->applyTo(animation.sceneCuts()[row]);
     return true;
   }
@@ -250,7 +260,7 @@ bool kovAnimationProductionModel::insertRows(int row, int count, const QModelInd
   const kovAnimationTrackPtr track = animation->selectedTrack();
   if (!isCameraTrack(track.get()))
     return false;
-  animation->upgradeOpen();
+  openForEdit(*animation);
   beginInsertRows(QModelIndex(), row, row + count - 1);
   for (int i = 0; i < count; ++i) {
     kovCameraCut cut;
@@ -271,7 +281,7 @@ bool kovAnimationProductionModel::removeRows(int row, int count, const QModelInd
   const int rows = animation.isNull() ? 0 : std::as_const(*animation).sceneCuts().size();
   if (parent.isValid() || count < 1 || animation.isNull() || row < 0 || row + count > rows)
     return false;
-  animation->upgradeOpen();
+  openForEdit(*animation);
   beginRemoveRows(QModelIndex(), row, row + count - 1);
   QList<kovCameraCut>& cuts = animation->sceneCuts();
   cuts.erase(cuts.begin() + row, cuts.begin() + row + count);

@@ -128,6 +128,8 @@ void kovHostApplication::setDatabase(const OdDbDatabasePtr& db, const QString& p
     raiseRefreshEvent(QStringLiteral("<event-refresh:database_closed>"));
   m_database = db;
   m_drawingPath = path;
+  if (!m_database.isNull())
+    m_database->setUndoLimit(setting(QStringLiteral("UndoSteps"), 100).toInt());
   emit databaseChanged();
   if (!m_database.isNull())
     raiseRefreshEvent(QStringLiteral("<event-refresh:database_changed>"));

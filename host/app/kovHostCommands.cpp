@@ -82,6 +82,15 @@ void kovHostCommand::execute(OdEdCommandContext* pCmdCtx)
     io->putString(OdString(L"Saved ") + odFromQString(path));
     return;
   }
+  if (m_name == L"undo" || m_name == L"redo") {
+    const bool undo = m_name == L"undo";
+    if (!(undo ? db->hasUndo() : db->hasRedo())) {
+      io->putString(OdString(undo ? L"Nothing to undo." : L"Nothing to redo."));
+      return;
+    }
+    undo ? db->undo() : db->redo();
+    return;
+  }
   listDrawing(db, io);
 }
 
@@ -95,7 +104,8 @@ kovHostCommands::kovHostCommands()
                                 static_cast<OdEdCommand*>(&m_block), static_cast<OdEdCommand*>(&m_insert),
                                 static_cast<OdEdCommand*>(&m_importScene), static_cast<OdEdCommand*>(&m_render),
                                 static_cast<OdEdCommand*>(&m_view), static_cast<OdEdCommand*>(&m_visualStyle),
-                                static_cast<OdEdCommand*>(&m_sun), static_cast<OdEdCommand*>(&m_namedView) })
+                                static_cast<OdEdCommand*>(&m_sun), static_cast<OdEdCommand*>(&m_namedView),
+                                static_cast<OdEdCommand*>(&m_undo), static_cast<OdEdCommand*>(&m_redo) })
     stack->addCommand(command);
 }
 

@@ -28,6 +28,8 @@ private:
   OdStaticRxObject<kovHostCommand> m_open { L"open" };
   OdStaticRxObject<kovHostCommand> m_save { L"save" };
   OdStaticRxObject<kovHostCommand> m_list { L"list" };
+  OdStaticRxObject<kovHostCommand> m_undo { L"undo" };
+  OdStaticRxObject<kovHostCommand> m_redo { L"redo" };
   OdStaticRxObject<kovSceneCommand> m_box { L"box" };
   OdStaticRxObject<kovSceneCommand> m_sphere { L"sphere" };
   OdStaticRxObject<kovSceneCommand> m_cylinder { L"cylinder" };

@@ -5,6 +5,7 @@
 #include "host/app/kovHostEntityLibrary.h"
 #include "host/app/kovHostPhysicsRender.h"
 #include "host/app/kovHostPropSystem.h"
+#include "host/app/kovHostSelectionSet.h"
 #include "host/app/kovHostViewSystem.h"
 
 #include "rasterservices/kovRasterServices.h"
@@ -29,6 +30,7 @@ kovHostServices::kovHostServices()
   , m_appProps(publish(new kovHostAppProps))
   , m_entityLibrary(publish(new kovHostEntityLibrary))
   , m_physicsRender(publish(new kovHostPhysicsRender(*m_viewSystem)))
+  , m_selectionSet(publish(new kovHostSelectionSet))
 {
   kovRegisterRasterServices();
 }
@@ -37,6 +39,7 @@ kovHostServices::~kovHostServices()
 {
   kovUnregisterRasterServices();
   for (const OdChar* id : { IkovViewSystem::serviceId(), IkovConsole::serviceId(), IkovPropSystem::serviceId(),
-                            IkovAppProps::serviceId(), kovOdDbEx::serviceId(), IkovPhysicsRender::serviceId() })
+                            IkovAppProps::serviceId(), kovOdDbEx::serviceId(), IkovPhysicsRender::serviceId(),
+                            IkovSelectionSet::serviceId() })
     odrxSysRegistry()->remove(OdString(id));
 }

@@ -6,6 +6,7 @@ class kovHostConsole;
 class kovHostEntityLibrary;
 class kovHostPhysicsRender;
 class kovHostPropSystem;
+class kovHostSelectionSet;
 class kovHostViewSystem;
 
 // The services the host offers the module, registered by id in the system
@@ -21,6 +22,7 @@ public:
   kovHostConsole* console() const { return m_console; }
   kovHostPropSystem* propSystem() const { return m_propSystem; }
   kovHostPhysicsRender* physicsRender() const { return m_physicsRender; }
+  kovHostSelectionSet* selectionSet() const { return m_selectionSet; }
 
 private:
   kovHostViewSystem* m_viewSystem;
@@ -29,6 +31,7 @@ private:
   kovHostAppProps* m_appProps;
   kovHostEntityLibrary* m_entityLibrary;
   kovHostPhysicsRender* m_physicsRender;
+  kovHostSelectionSet* m_selectionSet;
 };
 
 #endif

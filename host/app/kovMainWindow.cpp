@@ -6,6 +6,7 @@
 #include "host/app/kovHostConsole.h"
 #include "host/app/kovHostLog.h"
 #include "host/app/kovHostPropSystem.h"
+#include "host/app/kovHostSelectionSet.h"
 #include "host/app/kovHostServices.h"
 #include "host/app/kovHostViewSystem.h"
 #include "host/app/kovPropertiesDock.h"
@@ -47,6 +48,7 @@ kovMainWindow::kovMainWindow(kovHostApplication& app, kovHostServices& services,
 {
   setObjectName(QStringLiteral("MainWindow"));
   setCentralWidget(m_viewport);
+  m_services.selectionSet()->setSelection(m_selection);
   setDockNestingEnabled(true);
   resize(1440, 900);
   createDocks();
@@ -125,6 +127,14 @@ void kovMainWindow::createMenus()
   m_fileActions << file->addAction(tr("Save &As..."), this, &kovMainWindow::saveAsWithDialog, QKeySequence::SaveAs);
   file->addSeparator();
   file->addAction(tr("E&xit"), this, &QWidget::close, QKeySequence::Quit);
+
+  // Through the commands, so that the command line shows what happened and
+  // the docks refresh as after any command.
+  QMenu* edit = menuBar()->addMenu(tr("&Edit"));
+  m_fileActions << edit->addAction(tr("&Undo"), this, [this] { m_runner->run(QStringLiteral("undo")); },
+                                   QKeySequence(Qt::CTRL | Qt::Key_Z));
+  m_fileActions << edit->addAction(tr("&Redo"), this, [this] { m_runner->run(QStringLiteral("redo")); },
+                                   QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z));
 
   m_viewMenu = menuBar()->addMenu(tr("&View"));
   m_viewMenu->addAction(m_commandDock->toggleViewAction());

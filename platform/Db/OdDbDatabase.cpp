@@ -156,6 +156,11 @@ bool OdDbDatabase::isUndoRecordingDisabled() const
   return m_undoHistory->isDisabled();
 }
 
+bool OdDbDatabase::isUndoStepOpen() const
+{
+  return m_undoHistory->isStepOpen();
+}
+
 void OdDbDatabase::setUndoLimit(int steps)
 {
   m_undoHistory->setLimit(steps);

@@ -80,10 +80,13 @@ public:
   // While disabled, changes are kept in no step: for state that is not an
   // edit (an animation's current time while it plays).
   void disableUndoRecording(bool disable);
-  // Not SDK calls: whether recording is disabled, the number of steps kept
+  // Not SDK calls: whether recording is disabled, whether a step is being
+  // recorded (from startUndoRecord() to the next undo or redo), the number
+  // of steps kept
   // (the oldest go first; at least 1, 100 unless set) and the bytes the kept
   // states take.
   bool isUndoRecordingDisabled() const;
+  bool isUndoStepOpen() const;
   void setUndoLimit(int steps);
   int undoLimit() const;
   OdUInt64 undoMemoryUsed() const;

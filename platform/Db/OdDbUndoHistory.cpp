@@ -15,6 +15,7 @@ void OdDbUndoHistory::startStep()
   // A step opens with its first change, so that marking twice makes no
   // empty step.
   m_armed = true;
+  m_started = true;
   m_open = false;
   ++m_serial;
 }
@@ -89,6 +90,7 @@ void OdDbUndoHistory::apply(Step& step, bool undoing)
 {
   m_applying = true;
   m_open = false;
+  m_started = false;
   // What changes after this is kept again, in a new step.
   ++m_serial;
   const OdDbDatabase* db = m_db;

@@ -39,6 +39,9 @@ public:
   void redo();
   void setDisabled(bool disabled) { m_disabled = disabled; }
   bool isDisabled() const { return m_disabled; }
+  // From startStep() until an undo or a redo: changes then belong to a step
+  // that was asked for.
+  bool isStepOpen() const { return m_started; }
   void setLimit(int steps);
   int limit() const { return m_limit; }
   // Bytes held by the kept states of all steps.
@@ -78,6 +81,7 @@ private:
   std::deque<Step> m_redo;
   bool m_armed = false;
   bool m_open = false;
+  bool m_started = false;
   bool m_disabled = false;
   bool m_applying = false;
   int m_limit = 100;

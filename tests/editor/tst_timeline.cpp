@@ -10,6 +10,7 @@
 #include "editor/kovAnimationTreeView.h"
 
 #include "Db/OdDbBlockTableRecord.h"
+#include "Db/OdDbFileWriter.h"
 #include "Db/OdDbDatabase.h"
 #include "Db/OdDbModule.h"
 
@@ -107,6 +108,7 @@ private slots:
   void keysAtOneTimeDrawNoSpan();
   void removeSpotAsksFirst_data();
   void removeSpotAsksFirst();
+  void aWholeDragIsOneUndoStep();
 
 private:
   kovDbAnimationPtr animation() const
@@ -457,6 +459,7 @@ void tst_Timeline::removeSpotAsksFirst()
   QFETCH(QString, text);
   QFETCH(QList<int>, elementsPerTrack);
   kovAnimationModel* model = m_editor->model();
+  const std::vector<OdUInt8> before = OdDbFileWriter::fileImage(m_db);
   const QModelIndex row = element < 0 ? model->trackIndex(0) : model->elementIndex(0, element);
   const QPoint spot = kovAnimationModelDelegate::removeSpot(m_tree->visualRect(row)).center();
   QString shownTitle, shownText;
@@ -473,6 +476,29 @@ void tst_Timeline::removeSpotAsksFirst()
     rows << model->rowCount(model->trackIndex(t));
   QCOMPARE(entity, elementsPerTrack);
   QCOMPARE(rows, elementsPerTrack);
+  // A removal is taken back whole; a declined one left nothing to take back.
+  QCOMPARE(m_db->hasUndo(), answer == QMessageBox::Yes);
+  m_db->undo();
+  QVERIFY(OdDbFileWriter::fileImage(m_db) == before);
+}
+
+void tst_Timeline::aWholeDragIsOneUndoStep()
+{
+  const std::vector<OdUInt8> before = OdDbFileWriter::fileImage(m_db);
+  const QPoint from = lanePoint(0, 0, 1000);
+  send(m_tree->viewport(), QEvent::MouseMove, from, Qt::NoButton);
+  send(m_tree->viewport(), QEvent::MouseButtonPress, from);
+  for (int dx = 6; dx <= 30; dx += 6)
+    send(m_tree->viewport(), QEvent::MouseMove, from + QPoint(dx, 0));
+  send(m_tree->viewport(), QEvent::MouseButtonRelease, from + QPoint(30, 0));
+  QCOMPARE(animation()->constTracks()[0]->elementAt(0).values().firstKey(), 0);
+  QVERIFY(!animation()->constTracks()[0]->elementAt(0).values().contains(1000));
+  const std::vector<OdUInt8> after = OdDbFileWriter::fileImage(m_db);
+  m_db->undo();
+  QVERIFY(!m_db->hasUndo());
+  QVERIFY(OdDbFileWriter::fileImage(m_db) == before);
+  m_db->redo();
+  QVERIFY(OdDbFileWriter::fileImage(m_db) == after);
 }
 
 QTEST_MAIN(tst_Timeline)

@@ -14,6 +14,10 @@
 
 #include "kovSampleDrawing.h"
 
+#include "Db/OdDbFileWriter.h"
+
+#include <QMenuBar>
+
 
 using namespace kovHostTest;
 
@@ -86,6 +90,34 @@ private slots:
     QDockWidget* editor = app().dockWidget(QLatin1String(kovAnimationModule::editorDockName));
     QVERIFY(editor);
     QCOMPARE(m_window->dockWidgetArea(editor), Qt::BottomDockWidgetArea);
+  }
+
+  void editUndoAndRedoTakeBackWholeCommands_data()
+  {
+    QTest::addColumn<QString>("line");
+    QTest::newRow("a camera animation") << kFullLine;
+    QTest::newRow("a mesh") << "box 0,0,0 1,1,1 2";
+  }
+
+  void editUndoAndRedoTakeBackWholeCommands()
+  {
+    QFETCH(QString, line);
+    const std::vector<OdUInt8> before = OdDbFileWriter::fileImage(app().currentDatabase());
+    typeLine(commandLine(), line);
+    const std::vector<OdUInt8> after = OdDbFileWriter::fileImage(app().currentDatabase());
+    QVERIFY(after != before);
+    QMenu* edit = m_window->menuBar()->findChildren<QMenu*>().value(1);
+    QVERIFY(edit);
+    const QList<QAction*> actions = edit->actions();
+    QCOMPARE(actions.value(0)->shortcut(), QKeySequence(QStringLiteral("Ctrl+Z")));
+    QCOMPARE(actions.value(1)->shortcut(), QKeySequence(QStringLiteral("Ctrl+Shift+Z")));
+    actions.value(0)->trigger();
+    QVERIFY(OdDbFileWriter::fileImage(app().currentDatabase()) == before);
+    actions.value(0)->trigger();
+    QVERIFY2(transcript().endsWith(QStringLiteral("Nothing to undo.")), qPrintable(transcript()));
+    QVERIFY(OdDbFileWriter::fileImage(app().currentDatabase()) == before);
+    actions.value(1)->trigger();
+    QVERIFY(OdDbFileWriter::fileImage(app().currentDatabase()) == after);
   }
 
   void waitingCommandTakesLaterLinesAsAnswers()
