@@ -89,6 +89,15 @@ void kovCommandLineWidget::recall(int step)
 
 bool kovCommandLineWidget::eventFilter(QObject* watched, QEvent* event)
 {
+  // With nothing typed, undo and redo keys are the drawing's, not the line's:
+  // the window's shortcuts take them.
+  if (watched == m_input && event->type() == QEvent::ShortcutOverride && m_input->text().isEmpty()) {
+    auto* key = static_cast<QKeyEvent*>(event);
+    if (key->matches(QKeySequence::Undo) || key->matches(QKeySequence::Redo)) {
+      event->ignore();
+      return true;
+    }
+  }
   if (watched == m_input && event->type() == QEvent::KeyPress) {
     switch (static_cast<QKeyEvent*>(event)->key()) {
     case Qt::Key_Up:
