@@ -2,6 +2,7 @@
 
 #include "props/kovAnimationPropAccess.h"
 #include "props/kovAnimationPropDefinition.h"
+#include "props/kovAnimationPropPath.h"
 
 #include "db/kovDbAnimation.h"
 
@@ -102,13 +103,12 @@ bool OdDbXmlPropAnimation::setPropertyValue(const OdString& path, const OdString
 bool OdDbXmlPropAnimation::getPropertyPossibleValues(const OdString& path, OdStringArray& values,
                                                      OdStringArray& iconPaths)
 {
-  const QString name = odToQString(path).section(QLatin1Char('/'), -1);
+  kovAnimationPropPath combo;
   QStringList labels;
-  if (name == kAnimationType)
-    labels = animationTypeLabels();
-  else if (name == kParameterType)
-    labels = parameterTypeLabels();
-  else
+  if (kovAnimationPropPath::parse(odToQString(path), combo) && combo.scope == kovAnimationPropPath::ElementScope)
+    labels = combo.name == kAnimationType ? animationTypeLabels()
+                                          : (combo.name == kParameterType ? parameterTypeLabels() : QStringList());
+  if (labels.isEmpty())
     return OdPropBase::getPropertyPossibleValues(path, values, iconPaths);
   values.setLogicalLength(0);
   iconPaths.setLogicalLength(0);
