@@ -88,9 +88,16 @@ public:
   // cut's track (else the selected track, else the first camera track).
   IkovAnimatedScene::Frame sceneFrame() const;
 
-  // Draws the icons' pixels once (module start) and lets them go (module end).
+  // Draws the icons' pixels once and registers the properties provider
+  // (module start); lets both go (module end).
   static void initializeGlobalObjects();
   static void uninitializeGlobalObjects();
+  // The provider of the property palette, "kovDbEntityAnimation": the
+  // class OdDbXmlPropAnimation, which the layer above the data model
+  // defines and the module registers. Without that class the palette shows
+  // the entity as any other.
+  static void registerAnimationPropertiesProvider();
+  static void unregisterAnimationPropertiesProvider();
   // Has the host redraw what the animation shows: the whole scene when an
   // environment track moves the sun, the animation itself otherwise.
   void invalidateDrawings() const;

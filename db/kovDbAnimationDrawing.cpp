@@ -90,10 +90,12 @@ OdGePoint3dArray pathSamples(const kovAnimationItem& item)
 void kovDbAnimation::initializeGlobalObjects()
 {
   kovAnimationIcons::create();
+  registerAnimationPropertiesProvider();
 }
 
 void kovDbAnimation::uninitializeGlobalObjects()
 {
+  unregisterAnimationPropertiesProvider();
   kovAnimationIcons::destroy();
 }
 

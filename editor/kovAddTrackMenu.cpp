@@ -1,12 +1,12 @@
 #include "editor/kovAddTrackMenu.h"
 
+#include "animation/kovKeyframeValues.h"
 #include "animation/kovOdDbEx.h"
 #include "db/kovDbAnimation.h"
 #include "db/kovDbTempBlockReference.h"
 #include "editor/kovAnimationEditorWidget.h"
 #include "editor/kovAnimationTracksHeaderWidget.h"
 #include "editor/kovHostSelection.h"
-#include "editor/kovKeyframeValues.h"
 
 #include "host/api/IkovApplication.h"
 

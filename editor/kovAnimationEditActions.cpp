@@ -1,12 +1,12 @@
 #include "editor/kovAnimationEditActions.h"
 
+#include "animation/kovKeyframeValues.h"
 #include "db/kovDbAnimation.h"
 #include "editor/kovAnimationEditorWidget.h"
 #include "editor/kovAnimationModel.h"
 #include "editor/kovAnimationNameDialog.h"
 #include "editor/kovAnimationTreeView.h"
 #include "editor/kovKeyframeValueDialog.h"
-#include "editor/kovKeyframeValues.h"
 #include "editor/kovSubTrackClipboard.h"
 #include "editor/kovSubTrackDialog.h"
 

@@ -1,7 +1,7 @@
 #include "editor/kovAnimationTrackMenu.h"
 
+#include "animation/kovKeyframeValues.h"
 #include "db/kovDbAnimation.h"
-#include "editor/kovKeyframeValues.h"
 #include "editor/kovSubTrackClipboard.h"
 
 #include <QCoreApplication>

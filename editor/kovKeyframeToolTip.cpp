@@ -1,6 +1,6 @@
 #include "editor/kovKeyframeToolTip.h"
 
-#include "editor/kovKeyframeValues.h"
+#include "animation/kovKeyframeValues.h"
 
 #include <QCoreApplication>
 #include <QVariantList>

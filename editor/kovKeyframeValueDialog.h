@@ -2,7 +2,7 @@
 #define KOV_KEYFRAME_VALUE_DIALOG_H
 
 #include "animation/kovAnimationItem.h"
-#include "editor/kovKeyframeValues.h"
+#include "animation/kovKeyframeValues.h"
 
 #include <QDialog>
 #include <QVariant>

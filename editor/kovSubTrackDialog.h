@@ -2,7 +2,7 @@
 #define KOV_SUB_TRACK_DIALOG_H
 
 #include "animation/kovAnimationItem.h"
-#include "editor/kovKeyframeValues.h"
+#include "animation/kovKeyframeValues.h"
 
 #include <QDialog>
 #include <QList>

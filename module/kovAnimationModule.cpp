@@ -7,6 +7,7 @@
 #include "editor/kovAnimationEditorWidget.h"
 #include "host/api/IkovApplication.h"
 #include "production/kovProductionPanel.h"
+#include "props/OdDbXmlPropAnimation.h"
 
 #include "Db/OdDbEntity.h"
 #include "Ed/OdEdCommandStack.h"
@@ -70,6 +71,7 @@ void kovAnimationModule::initApp()
   kovDbTempBlockReference::rxInit();
   kovDbAnimation::rxInit();
   AnimationGripAppData::rxInit();
+  OdDbXmlPropAnimation::rxInit();
   kovDbAnimation::initializeGlobalObjects();
 
   OdEdCommandStackPtr commands = odedRegCmds();
@@ -92,6 +94,7 @@ void kovAnimationModule::uninitApp()
   odrxDynamicLinker()->unloadModule(OdString(kDbModule));
   kovDbAnimation::uninitializeGlobalObjects();
 
+  OdDbXmlPropAnimation::rxUninit();
   AnimationGripAppData::rxUninit();
   kovDbAnimation::rxUninit();
   kovDbTempBlockReference::rxUninit();

@@ -2,15 +2,62 @@
 
 #include "host/app/kovHostApplication.h"
 
+#include "Db/OdDbDatabase.h"
+#include "Db/OdDbDatabaseReactor.h"
+#include "Db/OdDbObject.h"
+
+// Hears of the changes of the shown object's drawing and passes on those of
+// the shown object.
+class kovHostPropSystem::Watch : public OdDbDatabaseReactor {
+public:
+  explicit Watch(kovHostPropSystem& owner) : m_owner(owner) {}
+  ~Watch() override { watch(nullptr); }
+
+  void watch(OdDbDatabase* db)
+  {
+    if (db == m_db)
+      return;
+    if (m_db)
+      m_db->removeReactor(this);
+    m_db = db;
+    if (m_db)
+      m_db->addReactor(this);
+  }
+
+  void objectModified(const OdDbDatabase*, const OdDbObject* pDbObj) override { changed(pDbObj); }
+  void objectErased(const OdDbDatabase*, const OdDbObject* pDbObj, bool) override { changed(pDbObj); }
+  void goodbye(const OdDbDatabase* pDb) override
+  {
+    if (pDb == m_db)
+      m_db = nullptr;
+  }
+  void addRef() override {}
+  void release() override {}
+
+private:
+  void changed(const OdDbObject* object)
+  {
+    if (object && object->objectId() == m_owner.m_shown)
+      emit m_owner.shown(m_owner.m_shown);
+  }
+
+  kovHostPropSystem& m_owner;
+  OdDbDatabase* m_db = nullptr;
+};
+
 kovHostPropSystem::kovHostPropSystem()
+  : m_watch(std::make_unique<Watch>(*this))
 {
   if (kovHostApplication* app = kovHostApplication::instance())
     connect(app, &kovHostApplication::databaseChanged, this, [this] { showProperties(OdDbObjectId()); });
 }
 
+kovHostPropSystem::~kovHostPropSystem() = default;
+
 void kovHostPropSystem::showProperties(const OdDbObjectId& id)
 {
   m_shown = id;
+  m_watch->watch(id.database());
   emit shown(id);
 }
 

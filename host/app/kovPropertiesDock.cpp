@@ -1,51 +1,26 @@
 #include "host/app/kovPropertiesDock.h"
 
+#include "host/app/kovHostApplication.h"
 #include "host/app/kovHostLog.h"
+#include "host/app/kovPropertyEditors.h"
 
-#include "Db/OdDbEntity.h"
-#include "Prop/OdPropServices.h"
+#include "Db/OdDbBlockTableRecord.h"
+#include "Db/OdDbDatabase.h"
+#include "Db/OdDbObjectIterator.h"
 
 #include <QHeaderView>
-#include <QRegularExpression>
+#include <QInputDialog>
+#include <QMessageBox>
+#include <QScrollBar>
+#include <QTimer>
 #include <QTreeWidget>
+
+#include <algorithm>
 
 namespace {
 
-// The provider writes XML character references for &, <, >, " and controls.
-QString unescape(const QString& text)
-{
-  static const QRegularExpression reference(QStringLiteral("&(#x[0-9A-Fa-f]+|#[0-9]+|amp|lt|gt|quot|apos);"));
-  QString result;
-  int last = 0;
-  for (auto it = reference.globalMatch(text); it.hasNext();) {
-    const QRegularExpressionMatch match = it.next();
-    result += text.midRef(last, match.capturedStart() - last);
-    const QString name = match.captured(1);
-    if (name == QLatin1String("amp"))
-      result += QLatin1Char('&');
-    else if (name == QLatin1String("lt"))
-      result += QLatin1Char('<');
-    else if (name == QLatin1String("gt"))
-      result += QLatin1Char('>');
-    else if (name == QLatin1String("quot"))
-      result += QLatin1Char('"');
-    else if (name == QLatin1String("apos"))
-      result += QLatin1Char('\'');
-    else {
-      bool ok = false;
-      const uint code = name.startsWith(QLatin1String("#x")) ? name.mid(2).toUInt(&ok, 16) : name.mid(1).toUInt(&ok);
-      if (ok)
-        result += QString::fromUcs4(&code, 1);
-    }
-    last = match.capturedEnd();
-  }
-  return result + text.mid(last);
-}
-
-QString formatPoint(const OdGePoint3d& p)
-{
-  return QStringLiteral("%1, %2, %3").arg(p.x, 0, 'g', 6).arg(p.y, 0, 'g', 6).arg(p.z, 0, 'g', 6);
-}
+const int kValueRole = Qt::UserRole;
+const QLatin1String kSelectEntity("SelectEntity");
 
 } // namespace
 
@@ -57,90 +32,168 @@ kovPropertiesDock::kovPropertiesDock(QWidget* parent)
   m_tree->setObjectName(QStringLiteral("PropertiesTree"));
   m_tree->setColumnCount(2);
   m_tree->setHeaderLabels({ tr("Name"), tr("Value") });
-  m_tree->header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
+  m_tree->header()->setSectionResizeMode(0, QHeaderView::Interactive);
   m_tree->setRootIsDecorated(true);
+  m_tree->setSelectionMode(QAbstractItemView::NoSelection);
   setWidget(m_tree);
-}
-
-QMap<QString, QString> kovPropertiesDock::parsePropLine(const QString& line)
-{
-  static const QRegularExpression node(QStringLiteral("^\\s*<Prop\\s(.*)/>\\s*$"));
-  static const QRegularExpression attribute(QStringLiteral("([A-Za-z_][A-Za-z0-9_]*)=\"([^\"]*)\""));
-  QMap<QString, QString> attributes;
-  const QRegularExpressionMatch match = node.match(line);
-  if (!match.hasMatch())
-    return attributes;
-  for (auto it = attribute.globalMatch(match.captured(1)); it.hasNext();) {
-    const QRegularExpressionMatch a = it.next();
-    attributes.insert(a.captured(1), unescape(a.captured(2)));
-  }
-  return attributes;
 }
 
 QString kovPropertiesDock::value(const QString& name) const
 {
   const QList<QTreeWidgetItem*> found = m_tree->findItems(name, Qt::MatchExactly | Qt::MatchRecursive, 0);
-  return found.isEmpty() ? QString() : found.first()->text(1);
+  return found.isEmpty() ? QString() : found.first()->data(1, kValueRole).toString();
 }
 
-void kovPropertiesDock::addRow(QTreeWidgetItem* parent, const QString& name, const QString& value)
+QWidget* kovPropertiesDock::editorAt(const QString& path) const
 {
-  auto* item = parent ? new QTreeWidgetItem(parent) : new QTreeWidgetItem(m_tree);
-  item->setText(0, name);
-  item->setText(1, value);
-  item->setToolTip(1, value);
+  QTreeWidgetItem* item = m_items.value(path);
+  if (!item)
+    return nullptr;
+  QWidget* editor = m_tree->itemWidget(item, 1);
+  return editor ? editor : m_tree->itemWidget(item, 0);
 }
 
 void kovPropertiesDock::showObject(const OdDbObjectId& id)
 {
-  m_tree->clear();
-  OdDbObjectPtr object = id.isValid() ? id.openObject(OdDb::kForRead) : OdDbObjectPtr();
-  if (object.isNull())
+  if (id == m_shown && !id.isNull()) {
+    scheduleRefresh();
     return;
-  auto* general = new QTreeWidgetItem(m_tree, { tr("General") });
-  addRow(general, tr("Class"), odToQString(object->isA()->name()));
-  addRow(general, tr("Handle"), odToQString(id.getHandle().ascii()));
-  OdDbEntityPtr entity = OdDbEntity::cast(object.get());
-  OdGeExtents3d extents;
-  if (!entity.isNull() && entity->getGeomExtents(extents) == eOk) {
-    addRow(general, tr("Extents min"), formatPoint(extents.minPoint()));
-    addRow(general, tr("Extents max"), formatPoint(extents.maxPoint()));
   }
-  object = nullptr;
-  addProviderRows(id);
-  m_tree->expandAll();
+  m_shown = id;
+  m_folded.clear();
+  m_items.clear();
+  m_nodes = kovPropertyNodes::describe(m_shown, m_provider);
+  m_refreshPending = false;
+  rebuild();
+  m_tree->verticalScrollBar()->setValue(0);
 }
 
-void kovPropertiesDock::addProviderRows(const OdDbObjectId& id)
+void kovPropertiesDock::scheduleRefresh()
 {
-  OdPropBasePtr provider;
+  if (m_refreshPending)
+    return;
+  m_refreshPending = true;
+  QTimer::singleShot(0, this, [this] {
+    if (m_refreshPending)
+      refresh();
+  });
+}
+
+void kovPropertiesDock::refresh()
+{
+  m_refreshPending = false;
+  const QList<kovPropertyNode> nodes = kovPropertyNodes::describe(m_shown, m_provider);
+  if (nodes == m_nodes)
+    return;
+  m_nodes = nodes;
+  rebuild();
+}
+
+void kovPropertiesDock::rebuild()
+{
+  m_rebuilding = true;
+  for (auto it = m_items.cbegin(); it != m_items.cend(); ++it) {
+    if (it.value()->childCount() > 0 && !it.value()->isExpanded())
+      m_folded.insert(it.key());
+    else
+      m_folded.remove(it.key());
+  }
+  const int scroll = m_tree->verticalScrollBar()->value();
+  m_tree->clear();
+  m_items.clear();
+  for (const kovPropertyNode& node : m_nodes)
+    addRow(node);
+  for (auto it = m_items.cbegin(); it != m_items.cend(); ++it)
+    it.value()->setExpanded(!m_folded.contains(it.key()));
+  // The names of the rows now shown, leaving the values half of a narrow
+  // dock at least; the user may widen either.
+  m_tree->resizeColumnToContents(0);
+  if (m_tree->isVisible())
+    m_tree->setColumnWidth(0, std::min(m_tree->columnWidth(0), m_tree->viewport()->width() / 2));
+  // The scroll range follows the new rows only once they are laid out.
+  m_tree->doItemsLayout();
+  m_tree->verticalScrollBar()->setValue(scroll);
+  m_rebuilding = false;
+}
+
+void kovPropertiesDock::addRow(const kovPropertyNode& node)
+{
+  QTreeWidgetItem* parent = m_items.value(node.parentPath);
+  auto* item = parent ? new QTreeWidgetItem(parent) : new QTreeWidgetItem(m_tree);
+  m_items.insert(node.path, item);
+  item->setText(0, node.visibleName);
+  if (node.kind == kovPropertyNode::Category) {
+    item->setFirstColumnSpanned(true);
+    QFont bold = item->font(0);
+    bold.setBold(true);
+    item->setFont(0, bold);
+    return;
+  }
+  item->setData(1, kValueRole, node.value);
+  item->setToolTip(1, node.value);
+  QWidget* editor = kovPropertyEditors::create(
+      node, [this, node](const QString& value) { return submit(node, value); }, m_tree);
+  if (!editor) {
+    item->setText(1, node.value);
+    return;
+  }
+  // A button is a row of its own, as wide as the dock.
+  const int column = node.kind == kovPropertyNode::Button ? 0 : 1;
+  if (column == 0) {
+    item->setText(0, QString());
+    item->setFirstColumnSpanned(true);
+  }
+  m_tree->setItemWidget(item, column, editor);
+  item->setSizeHint(column, editor->sizeHint());
+}
+
+bool kovPropertiesDock::submit(const kovPropertyNode& node, const QString& value)
+{
+  if (m_rebuilding || m_provider.isNull())
+    return true;
+  QString given = value;
+  if (node.kind == kovPropertyNode::Button && node.name == kSelectEntity) {
+    given = pickEntity();
+    if (given.isEmpty())
+      return true;
+  }
+  if (OdDbDatabase* db = m_shown.database())
+    db->startUndoRecord();
+  OdPropBase::Action action = OdPropBase::kNone;
+  if (!m_provider->setPropertyValue(odFromQString(node.path), odFromQString(given), action)) {
+    const QString reason = odToQString(m_provider->lastErrorMessage());
+    qCWarning(lcHostDesktop).noquote() << "property" << node.path << "refused" << given << ":" << reason;
+    // After the editor has shown its old value again.
+    QTimer::singleShot(0, this, [this, reason] { QMessageBox::warning(this, tr("Invalid Property Value"), reason); });
+    return false;
+  }
+  // The editor and the viewport follow the drawing.
+  if (kovHostApplication* app = kovHostApplication::instance())
+    app->raiseRefreshEvent(QStringLiteral("<event-refresh:database_changed>"));
+  // The editor shows what was typed, which the rows no longer tell: the next
+  // reading rebuilds them, even when the value goes back (undo).
+  m_nodes.clear();
+  scheduleRefresh();
+  return true;
+}
+
+QString kovPropertiesDock::pickEntity()
+{
+  OdDbDatabase* db = m_shown.database();
+  if (!db)
+    return QString();
+  QStringList entities;
   {
-    OdDbObjectPtr object = id.openObject(OdDb::kForRead);
-    provider = odpropServices()->createPropForObject(object.get());
-  }
-  if (provider.isNull())
-    return;
-  provider->setObjectId(id);
-  OdPropContext context;
-  if (!provider->getPropertyValues(context)) {
-    qCWarning(lcHostDesktop) << "the property provider could not describe" << odToQString(id.getHandle().ascii());
-    return;
-  }
-  // Categories by their full path, so that nodes find their parents.
-  QMap<QString, QTreeWidgetItem*> categories;
-  for (const QString& line : odToQString(context.text()).split(QLatin1Char('\n'), Qt::SkipEmptyParts)) {
-    const QMap<QString, QString> node = parsePropLine(line);
-    if (node.isEmpty())
-      continue;
-    const QString path = node.value(QStringLiteral("Path"));
-    QTreeWidgetItem* parent = categories.value(path);
-    const QString shown = node.value(QStringLiteral("VisibleName"), node.value(QStringLiteral("Name")));
-    if (node.value(QStringLiteral("Type")) == QLatin1String("category")) {
-      auto* category = parent ? new QTreeWidgetItem(parent, { shown }) : new QTreeWidgetItem(m_tree, { shown });
-      const QString name = node.value(QStringLiteral("Name"));
-      categories.insert(path.isEmpty() ? name : path + QLatin1Char('/') + name, category);
-      continue;
+    const OdDbBlockTableRecordPtr space = OdDbBlockTableRecord::cast(db->getModelSpaceId().openObject().get());
+    for (OdDbObjectIteratorPtr it = space.isNull() ? OdDbObjectIteratorPtr() : space->newIterator();
+         !it.isNull() && !it->done(); it->step()) {
+      if (it->objectId() != m_shown)
+        entities << odToQString(it->objectId().getHandle().ascii()) + QLatin1String("  ")
+                        + odToQString(it->objectId().objectClass()->name());
     }
-    addRow(parent, shown, node.value(QStringLiteral("Value")));
   }
+  bool ok = false;
+  const QString chosen =
+      QInputDialog::getItem(this, tr("Select Entity"), tr("The entity to turn toward:"), entities, 0, false, &ok);
+  return ok ? chosen.section(QLatin1Char(' '), 0, 0) : QString();
 }

@@ -8,3 +8,15 @@ bool OdPropBase::getPropertyPossibleValues(const OdString&, OdStringArray&, OdSt
 {
   return false;
 }
+
+bool OdPropBase::getPropertyValue(const OdString& path, OdString&)
+{
+  return setLastError(eKeyNotFound, OdString(L"There is no property ") + path + L".");
+}
+
+bool OdPropBase::setLastError(OdResult code, const OdString& message)
+{
+  m_lastError = code;
+  m_lastErrorMessage = message;
+  return false;
+}

@@ -4,6 +4,7 @@
 #include "Db/OdDbObjectId.h"
 #include "Prop/OdPropContext.h"
 #include "Prop/OdStringArray.h"
+#include "Rx/OdResult.h"
 #include "Rx/OdRxClass.h"
 
 // Describes the properties of one kind of object to the property palette and
@@ -30,6 +31,10 @@ public:
   // on success.
   virtual bool setPropertyValue(const OdString& path, const OdString& value, Action& action) = 0;
 
+  // The value of the property at path, as getPropertyValues writes it. False
+  // for a path that holds no value; the base class knows none.
+  virtual bool getPropertyValue(const OdString& path, OdString& value);
+
   // The choices of a combo property and, for each, the path of its icon (an
   // empty string for none). False for a path that is not a combo. The base
   // class has no combos.
@@ -38,11 +43,21 @@ public:
   void setObjectId(const OdDbObjectId& id) { m_objectId = id; }
   const OdDbObjectId& objectId() const { return m_objectId; }
 
+  // Why the last call that returned false failed, for the palette to tell
+  // the user: a code and a sentence. Meaningful only right after a failure.
+  OdResult lastError() const { return m_lastError; }
+  const OdString& lastErrorMessage() const { return m_lastErrorMessage; }
+
 protected:
   OdPropBase() = default;
 
+  // Keeps why a call fails; returns false for the call to return.
+  bool setLastError(OdResult code, const OdString& message);
+
 private:
   OdDbObjectId m_objectId;
+  OdResult m_lastError = eOk;
+  OdString m_lastErrorMessage;
 };
 
 typedef OdSmartPtr<OdPropBase> OdPropBasePtr;

@@ -13,15 +13,17 @@ class OdPropServices : public OdRxObject {
   ODRX_DECLARE_MEMBERS(OdPropServices);
 
 public:
-  // Registers the provider of a class's properties: eInvalidInput for an
-  // empty class name, eNullPtr for a null function, eDuplicateKey when the
-  // class has one already.
-  OdResult registerXmlProp(const OdString& className, OdPropBaseCreateFn createFn);
-  // eKeyNotFound when the class has no provider.
+  // Registers the provider of a class's properties under className:
+  // eInvalidInput for an empty name, eNullPtr for a null function,
+  // eDuplicateKey when the name, or pClass, has one already. A provider whose
+  // name is not the name of the run-time class it describes names that class
+  // in pClass.
+  OdResult registerXmlProp(const OdString& className, OdPropBaseCreateFn createFn, const OdRxClass* pClass = nullptr);
+  // eKeyNotFound when the name has no provider.
   OdResult unregisterXmlProp(const OdString& className);
   bool hasPropForClass(const OdString& className) const { return m_creators.count(className) != 0; }
 
-  // A new provider for the class of that name (exactly), or null.
+  // A new provider registered under that name (exactly), or null.
   OdPropBasePtr createPropForClass(const OdString& className) const;
   // A new provider for the object's class or, failing that, for the nearest
   // of its parent classes that has one; null when none has.
@@ -30,7 +32,14 @@ public:
 private:
   OdPropServices() = default;
 
-  std::map<OdString, OdPropBaseCreateFn> m_creators;
+  struct Creator {
+    OdPropBaseCreateFn create;
+    // The run-time class the provider describes.
+    OdString rxClassName;
+  };
+  const Creator* creatorForRxClass(const OdString& rxClassName) const;
+
+  std::map<OdString, Creator> m_creators;
 };
 
 typedef OdSmartPtr<OdPropServices> OdPropServicesPtr;

@@ -13,6 +13,7 @@
 #include "host/app/kovHostPropSystem.h"
 #include "host/app/kovHostServices.h"
 #include "host/app/kovHostViewSystem.h"
+#include "host/app/kovMainWindow.h"
 
 #include "Db/OdDbBlockTableRecord.h"
 #include "Db/OdDbModule.h"
@@ -63,6 +64,16 @@ inline OdDbObjectIdArray entitiesOfClass(const QString& className)
       ids.append(it->objectId());
   }
   return ids;
+}
+
+// The desktop's window on a new drawing, shown; false when it never shows.
+inline bool openMainWindow(std::unique_ptr<kovMainWindow>& window)
+{
+  app().setDatabase(OdDbDatabase::createObject(), QString());
+  window = std::make_unique<kovMainWindow>(app(), services());
+  app().setMainWindow(window.get());
+  window->show();
+  return QTest::qWaitForWindowExposed(window.get());
 }
 
 // Types a line into the command line and presses Enter; returns when the

@@ -66,11 +66,7 @@ private slots:
 
   void init()
   {
-    app().setDatabase(OdDbDatabase::createObject(), QString());
-    m_window = std::make_unique<kovMainWindow>(app(), services());
-    app().setMainWindow(m_window.get());
-    m_window->show();
-    QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
+    QVERIFY(openMainWindow(m_window));
   }
 
   void cleanup()

@@ -410,14 +410,14 @@ private slots:
 
   void propertiesShowWhatTheProviderDescribes()
   {
-    const QMap<QString, QString> node = kovPropertiesDock::parsePropLine(QStringLiteral(
+    const QMap<QString, QString> node = kovPropertyNodes::parsePropLine(QStringLiteral(
         "<Prop Name=\"Name\" Type=\"string\" VisibleName=\"Name &amp; &quot;title&quot;\" Path=\"General\" "
         "Value=\"a&lt;b&#10;c\" />"));
     QCOMPARE(node.value(QStringLiteral("Name")), QStringLiteral("Name"));
     QCOMPARE(node.value(QStringLiteral("VisibleName")), QStringLiteral("Name & \"title\""));
     QCOMPARE(node.value(QStringLiteral("Path")), QStringLiteral("General"));
     QCOMPARE(node.value(QStringLiteral("Value")), QStringLiteral("a<b\nc"));
-    QVERIFY(kovPropertiesDock::parsePropLine(QStringLiteral("not a node")).isEmpty());
+    QVERIFY(kovPropertyNodes::parsePropLine(QStringLiteral("not a node")).isEmpty());
 
     const kovSampleDrawing sample = kovBuildSampleDrawing();
     app().setDatabase(sample.db, QString());

@@ -18,6 +18,7 @@
 #include "Ed/OdEdCommandContext.h"
 #include "Ed/OdEdCommandLine.h"
 #include "Ed/OdEdCommandStack.h"
+#include "Prop/OdPropServices.h"
 #include "Rx/OdRxDictionary.h"
 
 #include <QApplication>
@@ -147,14 +148,17 @@ void tst_AnimationModule::startUpRegistersAndShutDownRemovesEverything()
     QVERIFY(kovDbAnimation::desc());
     QVERIFY(odrxClassDictionary()->has(OdString(L"kovDbTempBlockReference")));
     QVERIFY(odrxClassDictionary()->has(OdString(L"AnimationGripAppData")));
+    QVERIFY(odpropServices()->hasPropForClass(OdString(L"kovDbEntityAnimation")));
     QVERIFY(module.dockWidget());
     delete module.dockWidget();
     module.uninitApp();
   }
   for (const char* name : kCommands)
     QVERIFY2(odedRegCmds()->lookupCmd(OdString(name)).isNull(), name);
-  for (const wchar_t* cls : { L"kovDbAnimation", L"kovDbTempBlockReference", L"AnimationGripAppData" })
+  for (const wchar_t* cls : { L"kovDbAnimation", L"kovDbTempBlockReference", L"AnimationGripAppData",
+                              L"OdDbXmlPropAnimation" })
     QVERIFY(!odrxClassDictionary()->has(OdString(cls)));
+  QVERIFY(!odpropServices()->hasPropForClass(OdString(L"kovDbEntityAnimation")));
   QCOMPARE(kovAnimationModule::instance(), nullptr);
 }
 

@@ -113,4 +113,10 @@ TEST_F(PropServices, ObjectsFindTheProviderOfTheirNearestClass)
   EXPECT_FALSE(services->createPropForObject(services.get()).isNull());
   EXPECT_TRUE(services->createPropForObject(nullptr).isNull());
   services->unregisterXmlProp(OdString(L"OdRxObject"));
+
+  // A provider named otherwise names the class it describes; one per class.
+  ASSERT_EQ(services->registerXmlProp(OdString(L"Lamp"), &LampProps::create, OdPropServices::desc()), eOk);
+  EXPECT_FALSE(services->createPropForObject(services.get()).isNull());
+  EXPECT_EQ(services->registerXmlProp(OdString(L"Other"), &LampProps::create, OdPropServices::desc()), eDuplicateKey);
+  EXPECT_FALSE(services->hasPropForClass(OdString(L"Other")));
 }

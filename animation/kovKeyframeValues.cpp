@@ -1,4 +1,4 @@
-#include "editor/kovKeyframeValues.h"
+#include "animation/kovKeyframeValues.h"
 
 #include <QVariantList>
 
