@@ -136,6 +136,10 @@ bool kovAnimationProduction::start(QString& message)
       state->setSelectedSceneCutIndex(m_row);
     if (!m_cut.viewId.isNull())
       state->setNamedView(m_cut);
+    // The paths and icons that show the animation in the drawing are no
+    // part of its pictures.
+    m_gizmosWereHidden = state->areGizmosHidden();
+    state->hideAnimationGizmos() = true;
   }
 
   m_source = std::make_unique<kovFrameSource>(db, QSize(m_cut.imageWidth, m_cut.imageHeight), m_cut.maxIterations);
@@ -335,6 +339,7 @@ void kovAnimationProduction::finish(bool complete, const QString& message)
   m_awake.reset();
   if (kovDbAnimationPtr animation = openAnimationState(m_animationId); !animation.isNull()) {
     animation->setCurrentPosition(m_timeBefore);
+    animation->hideAnimationGizmos() = m_gizmosWereHidden;
     animation->invalidateDrawings();
   }
   if (m_restoreScene)

@@ -148,6 +148,7 @@ private:
   bool m_cancelled = false;
   int m_time = 0;
   int m_timeBefore = -1;
+  bool m_gizmosWereHidden = false;
   int m_viewport = -1;
   bool m_restoreScene = false;
   Outcome m_outcome;
