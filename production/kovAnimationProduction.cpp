@@ -383,6 +383,7 @@ void kovAnimationProduction::encode()
   job.ffmpegPath = m_ffmpeg;
   job.deleteImages = kovProductionSettings::deleteImages();
   job.openClip = m_openClip && !m_cancelled;
+  job.timeoutMs = kovVideoEncoder::timeoutMs();
   m_encoder = std::make_unique<kovVideoEncoder>();
   QString message;
   m_outcome.complete = m_encoder->encodeAnimation(job, message) && !m_cancelled;

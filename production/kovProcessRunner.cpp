@@ -29,6 +29,7 @@ kovProcessRunner::Result kovProcessRunner::run(const QString& program, const QSt
   bool timedOut = false;
   QTimer limit;
   limit.setSingleShot(true);
+  limit.setTimerType(Qt::PreciseTimer);
   connect(&limit, &QTimer::timeout, &loop, [&] {
     timedOut = true;
     process.kill();

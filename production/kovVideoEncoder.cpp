@@ -73,12 +73,12 @@ bool kovVideoEncoder::encodeAnimation(const Job& job, QString& message)
   environment.insert(QStringLiteral("FFREPORT"), QStringLiteral("file=%1:level=32").arg(logName()));
   m_runner.setEnvironment(environment);
   m_runner.setWorkingDirectory(dir);
-  const kovProcessRunner::Result result = m_runner.run(job.ffmpegPath, arguments, timeoutMs());
+  const kovProcessRunner::Result result = m_runner.run(job.ffmpegPath, arguments, job.timeoutMs);
   appendToLog(job, arguments, result);
 
   message.clear();
   if (!result.succeeded()) {
-    message = tr("%1 (See log file for more info.)\n%2").arg(failureText(result), QDir::toNativeSeparators(m_logPath));
+    message = tr("%1 (See log file for more info.)\n%2").arg(failureText(job, result), QDir::toNativeSeparators(m_logPath));
     // What an encoder that did not finish left is no clip.
     QFile::remove(output);
     return false;
@@ -95,7 +95,7 @@ bool kovVideoEncoder::encodeAnimation(const Job& job, QString& message)
   return true;
 }
 
-QString kovVideoEncoder::failureText(const kovProcessRunner::Result& result) const
+QString kovVideoEncoder::failureText(const Job& job, const kovProcessRunner::Result& result) const
 {
   switch (result.status) {
   case kovProcessRunner::Status::FailedToStart:
@@ -104,7 +104,7 @@ QString kovVideoEncoder::failureText(const kovProcessRunner::Result& result) con
     return tr("ffmpeg crashed after %1 s.").arg(result.elapsedMs / 1000.0, 0, 'f', 1);
   case kovProcessRunner::Status::TimedOut:
     return tr("ffmpeg did not finish within %1 s and was stopped; the host setting %2 gives it more time.")
-        .arg(timeoutMs() / 1000)
+        .arg(job.timeoutMs / 1000.0)
         .arg(timeoutKey());
   case kovProcessRunner::Status::Cancelled:
     return tr("The encoding was cancelled.");
@@ -126,7 +126,7 @@ void kovVideoEncoder::appendToLog(const Job& job, const QStringList& arguments,
   QTextStream out(&log);
   out << "\n== " << QCoreApplication::applicationName() << " ran: " << job.ffmpegPath << ' ' << arguments.join(QLatin1Char(' '))
       << "\n== in " << QFileInfo(m_logPath).absolutePath() << ", for " << job.frames.size() << " frames\n== "
-      << (result.succeeded() ? QStringLiteral("done") : failureText(result)) << " (" << result.elapsedMs << " ms)\n";
+      << (result.succeeded() ? QStringLiteral("done") : failureText(job, result)) << " (" << result.elapsedMs << " ms)\n";
   if (!result.stderrTail.isEmpty())
     out << "== error output (its end):\n" << result.stderrTail << '\n';
 }

@@ -33,6 +33,8 @@ public:
     bool deleteImages = false;
     // Shows the clip in the desktop's player once made.
     bool openClip = false;
+    // How long ffmpeg may run before it is stopped.
+    int timeoutMs = kDefaultTimeoutMs;
   };
 
   explicit kovVideoEncoder(QObject* parent = nullptr);
@@ -57,7 +59,7 @@ public slots:
   void cancel() { m_runner.cancel(); }
 
 private:
-  QString failureText(const kovProcessRunner::Result& result) const;
+  QString failureText(const Job& job, const kovProcessRunner::Result& result) const;
   void appendToLog(const Job& job, const QStringList& arguments, const kovProcessRunner::Result& result) const;
 
   kovProcessRunner m_runner;
