@@ -15,6 +15,6 @@ host="$root/build/bin/kovhost"
 "$host" --headless --settings "$out/kovhost.ini" --script "$root/scripts/demo-scene.kovs" \
   --script "$root/scripts/demo.kovs" -c "save $out/demo.kdw"
 echo "== producing the camera cut of $out/demo.kdw =="
-clip="$("$host" --headless --settings "$out/kovhost.ini" --produce --output "$out" "$out/demo.kdw" \
-  | tee /dev/stderr | sed -n 's/^Produced //p')"
+"$host" --headless --settings "$out/kovhost.ini" --produce --output "$out" "$out/demo.kdw" | tee "$out/produce.log"
+clip="$(sed -n 's/^Produced //p' "$out/produce.log")"
 echo "== the clip: $clip =="
