@@ -569,6 +569,8 @@ void kovAnimationEditorWidget::playPause()
     animation->setSelectedSceneCutIndex(current.row());
   }
   animation = nullptr;
+  if (m_startPreview && m_startPreview(current.row()))
+    return;
   if (m_position >= cut.endMs)
     setCurrentPosition(cut.startMs);
   m_timer->setInterval(static_cast<int>(std::lround(1000.0 / cut.frameRate)));

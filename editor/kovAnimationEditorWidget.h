@@ -95,6 +95,11 @@ public:
   // What each tick of the playback timer does while a production runs
   // (saveFrameImage); production gives it.
   void setProductionTick(std::function<void()> tick) { m_productionTick = std::move(tick); }
+  // What Play asks first for the cut at that row: true when production took
+  // the preview over (a render engine that needs time per picture is shown
+  // frame by frame under production's own dialog), false to play the cut in
+  // real time here.
+  void setPreviewStart(std::function<bool(int cutRow)> start) { m_startPreview = std::move(start); }
   kovAnimationTracksHeaderWidget* tracksHeader() const { return m_tracksHeader; }
   kovAnimationTimelineHeaderWidget* timelineHeader() const { return m_timelineHeader; }
 
@@ -166,6 +171,7 @@ private:
   QTimer* m_timer = nullptr;
   std::function<bool(int)> m_confirmProduction;
   std::function<void()> m_productionTick;
+  std::function<bool(int)> m_startPreview;
 };
 
 #endif

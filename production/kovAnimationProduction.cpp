@@ -242,7 +242,9 @@ void kovAnimationProduction::tick()
   }
   if (m_phase != Phase::Rendering)
     return;
-  if (m_cancelled || (m_mode == Mode::Produce && !kovEditingState::isProducing())) {
+  // The editor's produce or play button stops a run by clearing its flag.
+  const bool flagCleared = m_mode == Mode::Produce ? !kovEditingState::isProducing() : !kovEditingState::isPlaying();
+  if (m_cancelled || flagCleared) {
     m_cancelled = true;
     finish(false);
     return;

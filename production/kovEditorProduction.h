@@ -13,7 +13,8 @@ class kovAnimationEditorWidget;
 // editor's first production tick starts a run of that cut under the
 // progress dialog (the run ticks on its own timer from then on); its end
 // gives the editor back its play and stop buttons and tells the user what
-// went wrong, if anything.
+// went wrong, if anything. Play previews a cut the same way, without saving,
+// when the path tracer draws the view: it needs its passes for each picture.
 class kovEditorProduction : public QObject {
   Q_OBJECT
 public:
@@ -27,6 +28,8 @@ public:
 
 private:
   void startRun();
+  bool startPreview(int row);
+  bool begin(kovAnimationProduction::Mode mode, int row);
   void runEnded();
 
   kovAnimationEditorWidget* m_editor;

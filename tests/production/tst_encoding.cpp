@@ -7,6 +7,7 @@
 #include "production/kovFrameSchedule.h"
 #include "production/kovProductionFiles.h"
 #include "production/kovProcessRunner.h"
+#include "production/kovProductionClock.h"
 #include "production/kovVideoEncoder.h"
 
 #include "kovClipProbe.h"
@@ -110,6 +111,35 @@ private slots:
     QCOMPARE(numbers, frameNumbers);
     if (!numbers.isEmpty())
       QCOMPARE(schedule.timeOfFrame(schedule.frameCount()), lastTime);
+  }
+
+  void timeLeftGoesByTheLastFramesTimes_data()
+  {
+    QTest::addColumn<QList<int>>("frameTimes");
+    QTest::addColumn<int>("frames");
+    QTest::addColumn<QString>("status");
+    QTest::newRow("none yet") << QList<int>() << 10 << "Frame 1 of 10, 0.0 fps, ... left";
+    QTest::newRow("three") << QList<int> { 100, 100, 150 } << 13 << "Frame 4 of 13, 8.6 fps, 0:02 left";
+    // Only the last ten count: the first slow ones are forgotten.
+    QList<int> slowThenFast { 5000, 5000 };
+    for (int i = 0; i < 10; ++i)
+      slowThenFast << 200;
+    QTest::newRow("the last ten") << slowThenFast << 312 << "Frame 13 of 312, 1.0 fps, 1:00 left";
+    QTest::newRow("hours") << QList<int> { 30000 } << 126 << "Frame 2 of 126, 0.0 fps, 1:02:30 left";
+  }
+  void timeLeftGoesByTheLastFramesTimes()
+  {
+    QFETCH(QList<int>, frameTimes);
+    QFETCH(int, frames);
+    QFETCH(QString, status);
+    kovProductionClock clock;
+    clock.start(1000);
+    qint64 now = 1000;
+    for (int ms : frameTimes)
+      clock.frameDone(now += ms);
+    const int done = clock.framesDone();
+    QCOMPARE(kovProductionClock::status(done + 1, frames, clock.framesPerSecond(now), clock.msLeft(frames - done)),
+             status);
   }
 
   void filesAreNamedAfterTheTrackAndTheCut_data()

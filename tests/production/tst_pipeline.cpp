@@ -156,6 +156,21 @@ QStringList filesIn(const QString& folder)
   return QDir(folder).entryList(QDir::Files | QDir::Hidden, QDir::Name);
 }
 
+// The titles of the progress dialogs shown over a widget.
+class DialogWatch : public QObject {
+public:
+  explicit DialogWatch(QWidget& parent) { parent.installEventFilter(this); }
+  bool eventFilter(QObject*, QEvent* event) override
+  {
+    if (event->type() == QEvent::ChildPolished) {
+      if (auto* dialog = qobject_cast<kovProductionProgressDialog*>(static_cast<QChildEvent*>(event)->child()))
+        shown << dialog->windowTitle();
+    }
+    return false;
+  }
+  QStringList shown;
+};
+
 // PATH with the fake ffmpeg first, in the mode given, while it lives.
 struct FakeFfmpegOnPath {
   explicit FakeFfmpegOnPath(const QByteArray& mode)
@@ -219,6 +234,22 @@ private:
   }
 
   QString framesFolder() const { return m_out->filePath(QStringLiteral("Camera Shot")); }
+
+  // The editor showing the animation with the cut's row current.
+  void showCut(kovAnimationEditorWidget& editor)
+  {
+    kovProductionPanel::install(&editor);
+    editor.selectAnimation(m_id);
+    editor.cutTable()->setCurrentIndex(editor.cutTable()->model()->index(0, 0));
+  }
+
+  static QPushButton* buttonOf(QWidget& widget, const char* toolTip)
+  {
+    for (QPushButton* b : widget.findChildren<QPushButton*>())
+      if (b->toolTip() == QLatin1String(toolTip))
+        return b;
+    qFatal("no button %s", toolTip);
+  }
   QString frame(int number) const
   {
     return framesFolder() + QStringLiteral("/Camera Shot_%1.").arg(number) + QStringLiteral("jpg");
@@ -536,29 +567,50 @@ private slots:
     setCut([](kovCameraCut&) {});
     host()->settings.insert(QStringLiteral("AnimationProductionPath"), m_out->path());
     kovAnimationEditorWidget editor;
-    kovProductionPanel::install(&editor);
-    editor.selectAnimation(m_id);
-    editor.cutTable()->setCurrentIndex(editor.cutTable()->model()->index(0, 0));
+    showCut(editor);
+    DialogWatch dialogs(editor);
     QTimer::singleShot(0, [] {
       auto* confirmation = qobject_cast<kovConfirmStartProductionWidget*>(QApplication::activeModalWidget());
       for (QPushButton* b : confirmation->findChildren<QPushButton*>())
         if (b->text() == QLatin1String("Produce"))
           b->click();
     });
-    QPushButton* produceButton = nullptr;
-    for (QPushButton* b : editor.findChildren<QPushButton*>())
-      if (b->toolTip() == QLatin1String("Execute Camera Cuts Production"))
-        produceButton = b;
-    produceButton->click();
+    buttonOf(editor, "Execute Camera Cuts Production")->click();
     QCOMPARE(editor.playbackTimer()->interval(), 10);
     QVERIFY(kovEditingState::isProducing());
-    QTRY_VERIFY(editor.findChild<kovProductionProgressDialog*>());
-    auto* dialog = editor.findChild<kovProductionProgressDialog*>();
-    QCOMPARE(dialog->windowTitle(), QStringLiteral("Producing Camera"));
+    QTRY_COMPARE(dialogs.shown, QStringList { QStringLiteral("Producing Camera") });
     QTRY_VERIFY_WITH_TIMEOUT(!editor.findChild<kovProductionProgressDialog*>(), 20000);
     QVERIFY(!kovEditingState::isProducing() && !kovEditingState::isPlaying());
     QVERIFY(!editor.playbackTimer()->isActive());
     QCOMPARE(filesIn(framesFolder()).size(), 25);
+  }
+
+  // Play previews the path tracer's pictures frame by frame, saving none;
+  // the rasterizer's it plays in real time.
+  void editorPreviewsPathTracedCutsFrameByFrame()
+  {
+    setCut([](kovCameraCut& cut) {
+      cut.endMs = 200;
+      cut.maxIterations = 50;
+    });
+    host()->settings.insert(QStringLiteral("AnimationProductionPath"), m_out->path());
+    kovAnimationEditorWidget editor;
+    showCut(editor);
+    QPushButton* play = buttonOf(editor, "Play/Pause Camera Cut Preview");
+    play->click();
+    QVERIFY(editor.playbackTimer()->isActive());
+    QVERIFY(!editor.findChild<kovProductionProgressDialog*>());
+    play->click();
+
+    m_views->engine = IkovPhysicsRender::label();
+    DialogWatch dialogs(editor);
+    play->click();
+    QCOMPARE(dialogs.shown, QStringList { QStringLiteral("Preview Camera") });
+    QVERIFY(kovEditingState::isPlaying() && !editor.playbackTimer()->isActive());
+    QTRY_VERIFY_WITH_TIMEOUT(!editor.findChild<kovProductionProgressDialog*>(), 20000);
+    QVERIFY(!kovEditingState::isPlaying());
+    QVERIFY(m_tracer->passesAtSave.isEmpty());
+    QVERIFY(QDir(m_out->path()).isEmpty());
   }
 };
 
