@@ -352,6 +352,11 @@ private slots:
     QTest::newRow("a still as a clip")
         << 0 << "" << true << "A still image is made as Jpg, Png or Hdr: choose one of them as the output format."
         << Edit([](kovCameraCut& cut) { cut.stillImage = true; });
+    QTest::newRow("a still no codec writes") << 0 << "" << true << "The host can't write HDR pictures."
+                                             << Edit([](kovCameraCut& cut) {
+                                                  cut.stillImage = true;
+                                                  cut.outputFormat = kovOutputFormat::Hdr;
+                                                });
     QTest::newRow("ffmpeg missing") << 0 << "" << false << "ffmpeg was not found"
                                     << Edit([](kovCameraCut& cut) { cut.outputFormat = kovOutputFormat::Avi; });
     QTest::newRow("folder not writable") << 0 << "/proc" << true << "The destination folder /proc can't be written to"
