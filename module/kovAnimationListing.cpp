@@ -44,7 +44,9 @@ QStringList kovAnimationListing::describe(const kovDbAnimation& animation)
       const kovAnimationItem& item = track->elementAt(i);
       lines << tr("  %1 %2: %3 keyframes").arg(i + 1).arg(itemTitle(item)).arg(item.values().size());
       for (auto key = item.values().cbegin(); key != item.values().cend(); ++key)
-        lines << tr("    %1 ms:%2").arg(track->startMillisecond() + key.key()).arg(kovKeyframeToolTip::text(item, key.value()));
+        lines << tr("    %1 ms:%2")
+                     .arg(track->startMillisecond() + key.key())
+                     .arg(kovKeyframeToolTip::text(item, key.value()));
     }
   }
   for (int i = 0; i < cuts.size(); ++i) {

@@ -66,7 +66,8 @@ void setEncoding(kovCameraCut& cut, kovEncoding encoding)
     kovScriptInput::fail(offered.isEmpty()
                              ? tr("A %1 cut has no encoding.").arg(kovProductionLabels::outputFormat(cut.outputFormat))
                              : tr("A %1 clip is encoded as %2.")
-                                   .arg(kovProductionLabels::outputFormat(cut.outputFormat), names.join(QStringLiteral(", "))));
+                                   .arg(kovProductionLabels::outputFormat(cut.outputFormat),
+                                        names.join(QStringLiteral(", "))));
   }
   cut.encoding = encoding;
 }
@@ -141,8 +142,8 @@ void kovCutCommands::setCut(OdEdCommandContext* pCmdCtx)
       kovScriptInput::fail(tr("The frame rate must be at most 1000 frames per second."));
     break;
   case Size: {
-    const QRegularExpressionMatch size =
-        QRegularExpression(QStringLiteral("^(\\d{1,9})\\s*[xX]\\s*(\\d{1,9})$")).match(in.text(tr("Size as WIDTHxHEIGHT:")));
+    static const QRegularExpression pattern(QStringLiteral("^(\\d{1,9})\\s*[xX]\\s*(\\d{1,9})$"));
+    const QRegularExpressionMatch size = pattern.match(in.text(tr("Size as WIDTHxHEIGHT:")));
     if (!size.hasMatch())
       kovScriptInput::fail(tr("Give the size as WIDTHxHEIGHT, such as 1280x720."));
     cut.imageWidth = size.captured(1).toInt();

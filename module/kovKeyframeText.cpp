@@ -54,15 +54,20 @@ bool kovKeyframeText::parse(const kovAnimationItem& item, const QString& text, Q
     }
     if (item.animationType() == kovAnimationItem::CustomParameter
         && (number < item.minValue() || number > item.maxValue())) {
-      error = tr("%1 takes values from %2 to %3.").arg(item.customParameterName()).arg(item.minValue()).arg(item.maxValue());
+      error = tr("%1 takes values from %2 to %3.")
+                  .arg(item.customParameterName())
+                  .arg(item.minValue())
+                  .arg(item.maxValue());
       return false;
     }
     value = number;
     return true;
   }
   case kovKeyframeValues::OnOffKind: {
-    static const QStringList on { QStringLiteral("on"), QStringLiteral("true"), QStringLiteral("yes"), QStringLiteral("1") };
-    static const QStringList off { QStringLiteral("off"), QStringLiteral("false"), QStringLiteral("no"), QStringLiteral("0") };
+    static const QStringList on { QStringLiteral("on"), QStringLiteral("true"), QStringLiteral("yes"),
+                                  QStringLiteral("1") };
+    static const QStringList off { QStringLiteral("off"), QStringLiteral("false"), QStringLiteral("no"),
+                                   QStringLiteral("0") };
     if (!on.contains(typed.toLower()) && !off.contains(typed.toLower())) {
       error = tr("\"%1\" is neither On nor Off.").arg(typed);
       return false;
@@ -106,7 +111,8 @@ bool kovKeyframeText::parse(const kovAnimationItem& item, const QString& text, Q
   }
   QVariantList numbers;
   QVariantList list = kovKeyframeValues::defaultValue(item).toList();
-  if (!toNumbers(typed.split(QLatin1Char(',')), numbers) || !fillList(numbers, kind == kovKeyframeValues::PointKind, list)) {
+  if (!toNumbers(typed.split(QLatin1Char(',')), numbers)
+      || !fillList(numbers, kind == kovKeyframeValues::PointKind, list)) {
     error = list.size() == 6 ? tr("\"%1\" is not 3 or 6 numbers separated by commas.").arg(typed)
                              : tr("\"%1\" is not %2 numbers separated by commas.").arg(typed).arg(list.size());
     return false;

@@ -177,7 +177,9 @@ void kovTrackCommands::addSubTrack(OdEdCommandContext* pCmdCtx)
   item.clearValues();
   track.addElement();
   track.elementAt(track.numElements() - 1) = item;
-  say(in, tr("Added sub-track %1 (%2) to the track \"%3\".").arg(track.numElements()).arg(itemName(item), track.trackName()));
+  say(in, tr("Added sub-track %1 (%2) to the track \"%3\".")
+              .arg(track.numElements())
+              .arg(itemName(item), track.trackName()));
 }
 
 void kovTrackCommands::addKeyframe(OdEdCommandContext* pCmdCtx)

@@ -60,12 +60,15 @@ QByteArray kovEncoderCommand::framesList(const QStringList& framePaths)
 QStringList kovEncoderCommand::arguments(int framesPerSecond, const QString& codec, unsigned bitRateKbps,
                                          const QString& outputPath)
 {
-  QStringList args { QStringLiteral("-report"),    QStringLiteral("-loglevel"),  QStringLiteral("warning"),
-                     QStringLiteral("-r"),         QString::number(framesPerSecond),
-                     QStringLiteral("-f"),         QStringLiteral("concat"),     QStringLiteral("-safe"),
-                     QStringLiteral("0"),          QStringLiteral("-i"),         framesListName(),
-                     QStringLiteral("-threads:v"), QStringLiteral("12"),         QStringLiteral("-sws_flags"),
-                     QStringLiteral("bicubic"),    QStringLiteral("-vf"),        QStringLiteral("scale = 0:0,setdar = 15 / 8") };
+  QStringList args { QStringLiteral("-report"),     QStringLiteral("-loglevel"),
+                     QStringLiteral("warning"),     QStringLiteral("-r"),
+                     QString::number(framesPerSecond), QStringLiteral("-f"),
+                     QStringLiteral("concat"),      QStringLiteral("-safe"),
+                     QStringLiteral("0"),           QStringLiteral("-i"),
+                     framesListName(),              QStringLiteral("-threads:v"),
+                     QStringLiteral("12"),          QStringLiteral("-sws_flags"),
+                     QStringLiteral("bicubic"),     QStringLiteral("-vf"),
+                     QStringLiteral("scale = 0:0,setdar = 15 / 8") };
   QString lower = codec.toLower();
   // H.265 is deliberately made as H.264, which every player reads.
   if (lower == QLatin1String("h265"))

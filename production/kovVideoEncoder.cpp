@@ -78,7 +78,8 @@ bool kovVideoEncoder::encodeAnimation(const Job& job, QString& message)
 
   message.clear();
   if (!result.succeeded()) {
-    message = tr("%1 (See log file for more info.)\n%2").arg(failureText(job, result), QDir::toNativeSeparators(m_logPath));
+    message = tr("%1 (See log file for more info.)\n%2")
+                  .arg(failureText(job, result), QDir::toNativeSeparators(m_logPath));
     // What an encoder that did not finish left is no clip.
     QFile::remove(output);
     return false;
@@ -124,8 +125,8 @@ void kovVideoEncoder::appendToLog(const Job& job, const QStringList& arguments,
   if (!log.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Text))
     return;
   QTextStream out(&log);
-  out << "\n== " << QCoreApplication::applicationName() << " ran: " << job.ffmpegPath << ' ' << arguments.join(QLatin1Char(' '))
-      << "\n== in " << QFileInfo(m_logPath).absolutePath() << ", for " << job.frames.size() << " frames\n== "
+  out << "\n== " << QCoreApplication::applicationName() << " ran: " << job.ffmpegPath << ' '
+      << arguments.join(QLatin1Char(' ')) << "\n== in " << QFileInfo(m_logPath).absolutePath() << ", for " << job.frames.size() << " frames\n== "
       << (result.succeeded() ? QStringLiteral("done") : failureText(job, result)) << " (" << result.elapsedMs << " ms)\n";
   if (!result.stderrTail.isEmpty())
     out << "== error output (its end):\n" << result.stderrTail << '\n';

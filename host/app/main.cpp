@@ -120,8 +120,9 @@ int main(int argc, char* argv[])
   parser.addOption({ QStringLiteral("c"), QStringLiteral("Run one command line (repeatable)."), QStringLiteral("LINE") });
   parser.addOption({ QStringLiteral("settings"), QStringLiteral("Keep the settings in FILE."), QStringLiteral("FILE") });
   parser.addOption({ QStringLiteral("produce"),
-                     QStringLiteral("Without windows, produce a camera cut of the drawing's animation after the lines.") });
-  parser.addOption({ QStringLiteral("animation"), QStringLiteral("The animation to produce (default: the first)."),
+                     QStringLiteral("Without windows, produce a camera cut of the drawing's animation after the "
+                                    "lines.") });
+  parser.addOption({ QStringLiteral("animation"), QStringLiteral("The animation to produce (default: the one the lines made last, else the first)."),
                      QStringLiteral("NAME") });
   parser.addOption({ QStringLiteral("cut"), QStringLiteral("The camera cut to produce, 1 for the first (default)."),
                      QStringLiteral("N") });
