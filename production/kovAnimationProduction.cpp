@@ -366,6 +366,7 @@ void kovAnimationProduction::finish(bool complete, const QString& message)
     encode();
     complete = m_outcome.complete;
     problem = m_outcome.message;
+    m_outcome.cancelled = m_cancelled;
   }
   m_outcome.complete = complete && m_mode == Mode::Produce;
   m_outcome.message = problem;

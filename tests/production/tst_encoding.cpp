@@ -323,27 +323,6 @@ private slots:
     QVERIFY(QFile::exists(dir.filePath(QStringLiteral("fake-ffmpeg-arguments.txt"))));
   }
 
-  void runnerThatCannotStartSaysWhy()
-  {
-    kovProcessRunner runner;
-    const kovProcessRunner::Result result = runner.run(QStringLiteral("/nonexistent/ffmpeg"), {}, 1000);
-    QCOMPARE(result.status, kovProcessRunner::Status::FailedToStart);
-    QVERIFY(!result.startError.isEmpty());
-  }
-
-  void runnerKeepsTheApplicationRespondingAndCancels()
-  {
-    kovProcessRunner runner;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("KOV_FAKE_FFMPEG"), QStringLiteral("hang"));
-    runner.setEnvironment(environment);
-    QTimer::singleShot(200, &runner, &kovProcessRunner::cancel);
-    QElapsedTimer clock;
-    clock.start();
-    QCOMPARE(runner.run(kFakeFfmpeg, {}, 30000).status, kovProcessRunner::Status::Cancelled);
-    QVERIFY(clock.elapsed() < 5000);
-  }
-
   void encoderFaultsSayWhatHappenedAndKeepTheFrames_data()
   {
     QTest::addColumn<QString>("mode");
