@@ -9,20 +9,12 @@
 class kovAnimationEditorWidget;
 
 // "Add a new animation track": the kinds of track the tracks header's button
-// offers, and the tracks they add to the editing animation with the
-// sub-tracks a subject of that kind starts with.
+// offers, the subject each asks for, and the track (kovTrackFactory) it adds
+// to the editing animation.
 class kovAddTrackMenu : public QObject {
   Q_OBJECT
 public:
   enum Kind { CameraTrack, EntityTrack, EnvironmentTrack, SpawnedObjectTrack, DbObjectTrack };
-
-  // The host settings of the site an environment track starts from, in
-  // degrees: east longitude, north latitude, and north's turn from +Y.
-  static const char* const kLongitudeSetting;
-  static const char* const kLatitudeSetting;
-  static const char* const kNorthSetting;
-  // The hour of the day an environment track starts at.
-  static constexpr double kStartHour = 12.0;
 
   explicit kovAddTrackMenu(kovAnimationEditorWidget* editor);
 
@@ -39,11 +31,6 @@ public:
   bool addTrack(Kind kind);
 
 private:
-  kovAnimationTrackPtr cameraTrack() const;
-  kovAnimationTrackPtr entityTrack(const OdDbObjectId& entity) const;
-  kovAnimationTrackPtr environmentTrack() const;
-  kovAnimationTrackPtr spawnedTrack(const QString& block) const;
-  kovAnimationTrackPtr placedObjectTrack(const OdDbObjectId& reference) const;
   OdDbObjectId chooseEntity() const;
   QString chooseLibraryBlock() const;
   OdDbObjectId choosePlacedObject() const;

@@ -32,6 +32,7 @@
 #include <QVBoxLayout>
 
 #include <cmath>
+#include <optional>
 
 Q_DECLARE_METATYPE(OdDbObjectId)
 
@@ -45,6 +46,8 @@ const QString kNewAnimationLine = QStringLiteral("createcameraanimation 10,0,1.8
 // time to finish before the new animation is taken up.
 const int kCreateContinuationMs = 500;
 const int kMaxPositionMs = 10800000;
+// A production polls the render engine this often.
+const int kProductionTickMs = 10;
 
 QPushButton* toolButton(const QString& icon, const QString& toolTip, QWidget* parent)
 {
@@ -566,6 +569,8 @@ void kovAnimationEditorWidget::playPause()
     animation->setSelectedSceneCutIndex(current.row());
   }
   animation = nullptr;
+  if (m_startPreview && m_startPreview(current.row()))
+    return;
   if (m_position >= cut.endMs)
     setCurrentPosition(cut.startMs);
   m_timer->setInterval(static_cast<int>(std::lround(1000.0 / cut.frameRate)));
@@ -625,8 +630,22 @@ void kovAnimationEditorWidget::produce()
     return;
   }
   const QModelIndex current = m_cutTable->currentIndex();
-  if (current.isValid() && m_confirmProduction && m_confirmProduction(current.row()))
-    emit productionConfirmed(current.row());
+  if (!current.isValid() || !m_confirmProduction || !m_confirmProduction(current.row()))
+    return;
+  std::optional<int> start;
+  if (const kovDbAnimationPtr animation = openAnimation();
+      !animation.isNull() && current.row() < cutsOf(*animation).size())
+    start = cutsOf(*animation).at(current.row()).startMs;
+  if (!start)
+    return;
+  setCurrentPosition(*start);
+  kovEditingState::isProducing() = true;
+  setPlaying(true);
+  const QDateTime now = QDateTime::currentDateTime();
+  m_timer->setProperty("StartTime", now);
+  m_timer->setProperty("LastFrameTime", now);
+  m_timer->start(kProductionTickMs);
+  emit productionConfirmed(current.row());
 }
 
 void kovAnimationEditorWidget::applyAnimationCamera()
@@ -688,8 +707,8 @@ void kovAnimationEditorWidget::onPlaybackTimer()
 
 void kovAnimationEditorWidget::saveFrameImage()
 {
-  // Frames are rendered and stored by the production pipeline, which takes
-  // over this slot's work when production runs.
+  if (m_productionTick)
+    m_productionTick();
 }
 
 void kovAnimationEditorWidget::onProductionCanceled()

@@ -92,6 +92,14 @@ public:
   // cut at that row of the table starts; true to go on. Production gives it,
   // with the table's model.
   void setProductionConfirmation(std::function<bool(int cutRow)> confirm) { m_confirmProduction = std::move(confirm); }
+  // What each tick of the playback timer does while a production runs
+  // (saveFrameImage); production gives it.
+  void setProductionTick(std::function<void()> tick) { m_productionTick = std::move(tick); }
+  // What Play asks first for the cut at that row: true when production took
+  // the preview over (a render engine that needs time per picture is shown
+  // frame by frame under production's own dialog), false to play the cut in
+  // real time here.
+  void setPreviewStart(std::function<bool(int cutRow)> start) { m_startPreview = std::move(start); }
   kovAnimationTracksHeaderWidget* tracksHeader() const { return m_tracksHeader; }
   kovAnimationTimelineHeaderWidget* timelineHeader() const { return m_timelineHeader; }
 
@@ -99,7 +107,8 @@ signals:
   void currentPositionChanged(int currentMillisecond);
   void currentZoomChanged(double currentZoom);
   void animationSizeChanged(int totalMilliseconds);
-  // The user confirmed the production of the cut at that row of the table.
+  // The user confirmed the production of the cut at that row of the table;
+  // the playback timer then ticks every 10 ms with the producing flag set.
   void productionConfirmed(int cutRow);
 
 public slots:
@@ -161,6 +170,8 @@ private:
   QIcon m_pauseIcon;
   QTimer* m_timer = nullptr;
   std::function<bool(int)> m_confirmProduction;
+  std::function<void()> m_productionTick;
+  std::function<bool(int)> m_startPreview;
 };
 
 #endif

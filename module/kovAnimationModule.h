@@ -3,6 +3,10 @@
 
 #include "module/kovAnimatedScene.h"
 #include "module/kovAnimationCommands.h"
+#include "module/kovAnimationListing.h"
+#include "module/kovCutCommands.h"
+#include "module/kovProduceCommand.h"
+#include "module/kovTrackCommands.h"
 
 #include "Db/OdDbObjectId.h"
 #include "Rx/OdRxModule.h"
@@ -15,8 +19,10 @@ class IkovApplication;
 class QDockWidget;
 
 // The animation module: what the host loads from kovAnimationModule_24.1_16.tx.
-// Starting it registers the entity classes, the six commands of the group
-// "kovAnimation" and the editor's dock; stopping it takes them down in reverse.
+// Starting it registers the entity classes, the commands of the group
+// "kovAnimation" (the editor's and the creation commands, then those that
+// build, list and produce an animation from a script) and the editor's dock;
+// stopping it takes them down in reverse.
 // It also keeps the values every part of the module reads: the animation being
 // edited and whether one is playing or being produced.
 class kovAnimationModule : public OdRxModule {
@@ -47,13 +53,22 @@ public:
 
 private:
   // Added to the command stack in this order, and removed in the same order.
-  OdStaticRxObject<kovAnimationCommand> m_commands[6] = {
+  OdStaticRxObject<kovAnimationCommand> m_commands[15] = {
     { L"animationeditor", &kovAnimationCommands::animationEditor },
     { L"createanimation", &kovAnimationCommands::createAnimation },
     { L"createcameraanimation", &kovAnimationCommands::createCameraAnimation },
     { L"dumpblockcontent", &kovAnimationCommands::dumpBlockContent },
     { L"animationcreate", &kovAnimationCommands::createAnimation },
     { L"animationcameracreate", &kovAnimationCommands::createCameraAnimation },
+    { L"animationselect", &kovTrackCommands::selectAnimation },
+    { L"animationtrack", &kovTrackCommands::addTrack },
+    { L"animationsubtrack", &kovTrackCommands::addSubTrack },
+    { L"animationkey", &kovTrackCommands::addKeyframe },
+    { L"animationspeed", &kovTrackCommands::retime },
+    { L"animationcut", &kovCutCommands::addCut },
+    { L"animationcutset", &kovCutCommands::setCut },
+    { L"animationlist", &kovAnimationListing::list },
+    { L"animationproduce", &kovProduceCommand::produce },
   };
   // Published to the host while the module runs.
   OdStaticRxObject<kovAnimatedScene> m_scene;

@@ -108,18 +108,18 @@ bool applyEdit(kovDbAnimation& animation, int row, int column, const QVariant& v
   }
 }
 
+} // namespace
+
 // "Scene 1", "Scene 2"...: the first name no cut of the animation has, so
 // that the cuts' files do not overwrite each other.
-QString freeCutName(const QList<kovCameraCut>& cuts)
+QString kovAnimationProductionModel::freeCutName(const QList<kovCameraCut>& cuts)
 {
   for (int n = 1;; ++n) {
-    const QString name = kovAnimationProductionModel::tr("Scene %1").arg(n);
+    const QString name = tr("Scene %1").arg(n);
     if (std::none_of(cuts.begin(), cuts.end(), [&name](const kovCameraCut& cut) { return cut.name == name; }))
       return name;
   }
 }
-
-} // namespace
 
 kovAnimationProductionModel::kovAnimationProductionModel(QObject* parent)
   : QAbstractTableModel(parent)

@@ -34,6 +34,8 @@ public:
   // rate and an image sequence no encoding.
   static QString settingsSummary(const kovCameraCut& cut);
   static bool isCameraTrack(const kovAnimationTrack* track);
+  // "Scene 1", "Scene 2"...: the first name none of the cuts has.
+  static QString freeCutName(const QList<kovCameraCut>& cuts);
   // A track's first and last keyframes on the animation's clock (the cuts'
   // times), not the track's own.
   static int firstKeyframeMs(const kovAnimationTrack& track);

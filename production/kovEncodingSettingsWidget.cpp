@@ -57,7 +57,15 @@ const kovOutputFormat kVideoFormats[] = { kovOutputFormat::Avi,          kovOutp
                                           kovOutputFormat::Mkv,          kovOutputFormat::JpegSequence,
                                           kovOutputFormat::PngSequence };
 
-QList<kovEncoding> encodingsFor(kovOutputFormat format)
+// The entry whose data is value, else the first.
+void selectData(QComboBox* combo, const QVariant& value)
+{
+  combo->setCurrentIndex(std::max(0, combo->findData(value)));
+}
+
+} // namespace
+
+QList<kovEncoding> kovEncodingSettingsWidget::encodingsFor(kovOutputFormat format)
 {
   switch (format) {
   case kovOutputFormat::Avi:
@@ -73,14 +81,6 @@ QList<kovEncoding> encodingsFor(kovOutputFormat format)
     return {};
   }
 }
-
-// The entry whose data is value, else the first.
-void selectData(QComboBox* combo, const QVariant& value)
-{
-  combo->setCurrentIndex(std::max(0, combo->findData(value)));
-}
-
-} // namespace
 
 kovEncodingSettingsWidget::kovEncodingSettingsWidget(QWidget* parent)
   : QWidget(parent, Qt::Dialog)

@@ -38,6 +38,10 @@ public:
 
   explicit kovEncodingSettingsWidget(QWidget* parent = nullptr);
 
+  // The encodings a video format offers, in the order shown; none for the
+  // image formats and sequences.
+  static QList<kovEncoding> encodingsFor(kovOutputFormat format);
+
   // Shows the cut's settings; the named views are those of db.
   void setCut(const kovCameraCut& cut, OdDbDatabase* db);
   // Copies the shown settings into the cut.

@@ -5,6 +5,7 @@
 #include "production/kovAnimationProductionModel.h"
 #include "production/kovAnimationProductionModelDelegate.h"
 #include "production/kovConfirmStartProductionWidget.h"
+#include "production/kovEditorProduction.h"
 
 #include <QTableView>
 
@@ -22,6 +23,7 @@ void kovProductionPanel::install(kovAnimationEditorWidget* editor)
   QObject::connect(editor->model(), &QAbstractItemModel::modelReset, cuts,
                    [editor, cuts] { cuts->setAnimation(editor->animationId()); });
   editor->setProductionConfirmation([editor](int row) { return confirm(editor, row); });
+  new kovEditorProduction(editor);
 }
 
 bool kovProductionPanel::confirm(kovAnimationEditorWidget* editor, int row)

@@ -4,9 +4,9 @@
 class kovAnimationEditorWidget;
 
 // Puts production into the editor's production panel: the camera-cut table's
-// model and delegate, following the animation the editor shows, and the
-// confirmation that "Execute Camera Cuts Production" asks for. The editor
-// cannot do it itself: production is built on it.
+// model and delegate, following the animation the editor shows, the
+// confirmation that "Execute Camera Cuts Production" asks for, and the runs
+// it starts. The editor cannot do it itself: production is built on it.
 class kovProductionPanel {
 public:
   static void install(kovAnimationEditorWidget* editor);

@@ -40,7 +40,9 @@ public:
     // Formats without alpha get the colours, not a black fill behind them.
     if (format == "jpg" || format == "jpeg" || format == "bmp")
       picture = picture.convertToFormat(QImage::Format_RGB32);
-    return writer.write(picture) && file.commit() ? eOk : eFileAccessErr;
+    // QSaveFile's commit does not see a failure of the last buffered write
+    // (a full disk): flushing first does, and the temporary file is dropped.
+    return writer.write(picture) && file.flush() && file.commit() ? eOk : eFileAccessErr;
   }
 
   bool isRasterImageTypeSupported(const OdString& extension) const override

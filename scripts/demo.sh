@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds everything and runs the main job: the host
-# in headless mode builds the demo site, creates camera animations over it,
-# saves the drawing, opens it again and lists what it holds.
+# in headless mode builds the demo site and its animation from scripts and
+# keeps the drawing, then produces the animation's camera cut without
+# windows (rasterized frames, encoded by ffmpeg) and says where the clip is.
 set -euo pipefail
 root="$(cd "$(dirname "$0")/.." && pwd)"
 bash "$root/scripts/install-deps.sh"
@@ -13,5 +14,7 @@ mkdir -p "$out"
 host="$root/build/bin/kovhost"
 "$host" --headless --settings "$out/kovhost.ini" --script "$root/scripts/demo-scene.kovs" \
   --script "$root/scripts/demo.kovs" -c "save $out/demo.kdw"
-echo "== opening $out/demo.kdw again =="
-"$host" --headless --settings "$out/kovhost.ini" "$out/demo.kdw" -c list
+echo "== producing the camera cut of $out/demo.kdw =="
+"$host" --headless --settings "$out/kovhost.ini" --produce --output "$out" "$out/demo.kdw" | tee "$out/produce.log"
+clip="$(sed -n 's/^Produced //p' "$out/produce.log")"
+echo "== the clip: $clip =="

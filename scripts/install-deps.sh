@@ -9,7 +9,7 @@ packages=(
   libocct-foundation-dev libocct-modeling-data-dev libocct-modeling-algorithms-dev libocct-data-exchange-dev libocct-visualization-dev libtbb-dev
   libassimp-dev
   libgtest-dev libgmock-dev
-  ffmpeg xvfb xauth
+  ffmpeg xvfb xauth dbus-daemon
   clang-14 libclang-rt-14-dev
 )
 

@@ -9,6 +9,8 @@
 
 #include <QFile>
 
+#include <algorithm>
+
 kovHeadlessRunner::kovHeadlessRunner(kovHostApplication& app, kovHostServices& services)
   : m_app(app)
   , m_services(services)
@@ -16,7 +18,23 @@ kovHeadlessRunner::kovHeadlessRunner(kovHostApplication& app, kovHostServices& s
   , m_err(stderr)
 {
   m_services.console()->setSink([this](const QString& text) {
+    if (m_progressWidth > 0)
+      m_out << '\n';
+    m_progressWidth = 0;
     m_out << text << '\n';
+    m_out.flush();
+  });
+  // Each progress line overwrites the one before, blanks covering a longer
+  // one; an empty text moves on to the next line.
+  m_services.console()->setProgressSink([this](const QString& text) {
+    if (text.isEmpty()) {
+      if (m_progressWidth > 0)
+        m_out << '\n';
+      m_progressWidth = 0;
+    } else {
+      m_out << '\r' << text.leftJustified(m_progressWidth);
+      m_progressWidth = std::max(m_progressWidth, static_cast<int>(text.size()));
+    }
     m_out.flush();
   });
   m_app.setCommandRunner([this](const QString& line) { return run({ line }) == 0; });

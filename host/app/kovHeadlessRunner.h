@@ -29,6 +29,8 @@ private:
   kovHostServices& m_services;
   QTextStream m_out;
   QTextStream m_err;
+  // The longest progress line on the current line, 0 without one.
+  int m_progressWidth = 0;
 };
 
 #endif

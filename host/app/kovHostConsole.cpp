@@ -29,6 +29,12 @@ void kovHostConsole::putString(const QString& text)
     m_sink(text);
 }
 
+void kovHostConsole::putProgress(const QString& text)
+{
+  if (m_progressSink)
+    m_progressSink(text);
+}
+
 OdEdUserIOPtr kovHostConsole::edConsole()
 {
   return OdEdUserIOPtr(new EdConsole(this));

@@ -13,13 +13,17 @@
 class kovHostConsole : public IkovConsole {
 public:
   void setSink(std::function<void(const QString&)> sink) { m_sink = std::move(sink); }
+  // Where progress lines go; without one they are not shown.
+  void setProgressSink(std::function<void(const QString&)> sink) { m_progressSink = std::move(sink); }
   void putString(const QString& text) override;
+  void putProgress(const QString& text) override;
 
   // An Ed console that forwards to this one.
   OdEdUserIOPtr edConsole();
 
 private:
   std::function<void(const QString&)> m_sink;
+  std::function<void(const QString&)> m_progressSink;
 };
 
 #endif

@@ -554,6 +554,11 @@ private slots:
     QCOMPARE(shown, summary);
     QCOMPARE(confirmed.count(), 1);
     QCOMPARE(confirmed.first().first().toInt(), 0);
+    // Production runs from the editor's timer, which now ticks every 10 ms.
+    QCOMPARE(editor.playbackTimer()->interval(), 10);
+    QVERIFY(editor.playbackTimer()->isActive() && kovEditingState::isProducing());
+    editor.onProductionCanceled();
+    QVERIFY(!editor.playbackTimer()->isActive() && !kovEditingState::isProducing());
     QCOMPARE(cuts->index(0, 2).data().toString(), QStringLiteral("4s"));
 
     // The table follows the animation the editor shows.
