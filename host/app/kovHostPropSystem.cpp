@@ -35,14 +35,26 @@ public:
   void release() override {}
 
 private:
+  // Once the change is over, and once for all the changes of one event (each
+  // move of a drag, each frame of a production): the dock reads the object
+  // again, which it may not do while the object is being closed or undone.
   void changed(const OdDbObject* object)
   {
-    if (object && object->objectId() == m_owner.m_shown)
-      emit m_owner.shown(m_owner.m_shown);
+    if (!object || object->objectId() != m_owner.m_shown || m_pending)
+      return;
+    m_pending = true;
+    QMetaObject::invokeMethod(
+        &m_owner,
+        [this] {
+          m_pending = false;
+          emit m_owner.shown(m_owner.m_shown);
+        },
+        Qt::QueuedConnection);
   }
 
   kovHostPropSystem& m_owner;
   OdDbDatabase* m_db = nullptr;
+  bool m_pending = false;
 };
 
 kovHostPropSystem::kovHostPropSystem()
